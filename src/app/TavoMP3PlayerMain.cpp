@@ -1,0 +1,146 @@
+#include "app/TavoMP3PlayerMain.h"
+
+#include "base/AppGlobals.h"
+#include "base/Checked.h"
+#include "base/ErrorReport.h"
+#include "base/SettingsStore.h"
+#include "base/StatusLine.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDir>
+#include <QLabel>
+#include <QListView>
+#include <QPushButton>
+#include <QScreen>
+
+namespace {
+const QString kSettings = QStringLiteral("Settings");
+}
+
+TavoMP3PlayerMain::TavoMP3PlayerMain(Services& services, QWidget* parent)
+    : QMainWindow(parent), m_services(services), m_playlists(services, this) {
+    setObjectName(QStringLiteral("TavoMP3PlayerMain"));
+    setWindowTitle(QStringLiteral("Tavo MP3 Player!"));
+    buildLayout();
+    buildMenus();
+    connectHandlers();
+}
+
+TavoMP3PlayerMain::~TavoMP3PlayerMain() = default;
+
+void TavoMP3PlayerMain::handle(const QString& place, const std::function<void(int& line)>& body) {
+    ErrorReport::guard(m_services.dialogs, place, body);
+}
+
+void TavoMP3PlayerMain::connectHandlers() {
+    connect(&m_services.status, &StatusLine::textChanged, FStatus, &QLabel::setText);
+    connect(&m_playlists, &PlaylistManager::actPlaylistChanged, this, [this](int n, const QString& file) {
+        if (n == 1)
+            FActPlaylist->setText(file);
+    });
+
+    auto open = [this] {
+        handle(QStringLiteral("OpenPlaylist"), [this](int& line) {
+            line = 1;
+            m_playlists.OpenPlaylist(1);
+        });
+    };
+    auto save = [this] {
+        handle(QStringLiteral("SavePlaylist"), [this](int& line) {
+            line = 1;
+            m_playlists.SavePlaylistCommand(1);
+        });
+    };
+    auto saveAs = [this] {
+        handle(QStringLiteral("SavePlaylistAs"), [this](int& line) {
+            line = 1;
+            m_playlists.FuncSavePlaylistAs(1);
+            line = 2;
+            m_playlists.PlaylistChanged = false; // also after a cancelled dialog
+        });
+    };
+    connect(BPLOpen, &QPushButton::clicked, this, open);
+    connect(MenuDateiOpenPlaylist, &QAction::triggered, this, open);
+    connect(BPLSave, &QPushButton::clicked, this, save);
+    connect(MenuDateiSavePlaylist, &QAction::triggered, this, save);
+    connect(MenuDateiPlaylistSaveAs, &QAction::triggered, this, saveAs);
+    connect(MenuDateiBeenden, &QAction::triggered, this, &QWidget::close);
+}
+
+void TavoMP3PlayerMain::load() {
+    handle(QStringLiteral("Player Form Load"), [this](int& line) {
+        line = 2;
+        Version->setText(QStringLiteral("Version ") + QString::number(TAVO_VERSION_MAJOR) + QLatin1Char('.') +
+                         QString::number(TAVO_VERSION_MINOR));
+        line = 5;
+        for (QLabel* l : {lblTrackName, lblTime, LMP3Bitrate, LMP3Samplerate})
+            l->clear();
+
+        line = 7;
+        SettingsStore& s = m_services.settings;
+        const QString playlistFile =
+            s.GetSetting(kSettings, QStringLiteral("PlaylistFile"), QStringLiteral("0"));
+        UserMP3Directory = s.GetSetting(kSettings, QStringLiteral("UserMP3Directory"), QStringLiteral("0"));
+        PlaylistPosition =
+            Checked::textToInt32(s.GetSetting(kSettings, QStringLiteral("CurrentPlaylistPosition"), 0));
+        m_playlists.DialogLastpath =
+            s.GetSetting(kSettings, QStringLiteral("DialogLastpath"),
+                         QDir::toNativeSeparators(QDir::homePath() + QLatin1Char('/')));
+
+        line = 10;
+        QString lastLoad;
+        if (playlistFile != QLatin1String("0") && !playlistFile.isEmpty()) {
+            m_playlists.setActPlaylist(1, playlistFile);
+            lastLoad = m_playlists.FuncReadPlaylistAndDisplay(playlistFile, true, 1);
+            if (PlaylistPosition >= 0 && PlaylistPosition < m_playlists.list(1).count())
+                m_playlists.list(1).selectOnly(PlaylistPosition);
+        } else {
+            m_playlists.setActPlaylist(1, QString());
+        }
+
+        line = 12;
+        show();
+        line = 14;
+        m_services.status.setText(lastLoad);
+        show();
+        FPlaylist->setFocus();
+    });
+}
+
+void TavoMP3PlayerMain::writeSettingsOnClose() {
+    SettingsStore& s = m_services.settings;
+    s.SaveSetting(kSettings, QStringLiteral("PlaylistFile"), FActPlaylist->text());
+    s.SaveSetting(kSettings, QStringLiteral("UserMP3Directory"), UserMP3Directory);
+    // Written for compatibility only; the window always opens at its design position.
+    s.SaveSetting(QStringLiteral("Screen"), QStringLiteral("FormPositionLeft"), QString::number(x()));
+    s.SaveSetting(QStringLiteral("Screen"), QStringLiteral("FormPositionTop"), QString::number(y()));
+    s.SaveSetting(kSettings, QStringLiteral("CurrentPlaylistPosition"), PlaylistPosition);
+    s.SaveSetting(kSettings, QStringLiteral("DialogLastpath"), m_playlists.DialogLastpath);
+}
+
+bool TavoMP3PlayerMain::closeMainWindow() {
+    bool proceed = true;
+    handle(QStringLiteral("Player Form QueryUnload"), [this, &proceed](int& line) {
+        line = 1;
+        writeSettingsOnClose();
+        line = 2;
+        proceed = m_playlists.AskSaveBeforeClose();
+    });
+    return proceed;
+}
+
+void TavoMP3PlayerMain::closeEvent(QCloseEvent* event) {
+    if (m_closing) {
+        event->accept();
+        return;
+    }
+    if (!closeMainWindow()) {
+        event->ignore();
+        return;
+    }
+    m_closing = true;
+    event->accept();
+    QCoreApplication::exit(0);
+}

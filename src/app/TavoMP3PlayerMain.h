@@ -1,0 +1,77 @@
+#pragma once
+
+#include "base/Services.h"
+#include "playlist/PlaylistManager.h"
+
+#include <QMainWindow>
+
+class QAction;
+class QFrame;
+class QLabel;
+class QListView;
+class QMenu;
+class QPushButton;
+class QSlider;
+
+// The program's main window. The playlists and other state live in core objects it owns; the
+// window builds the controls under their design names and forwards events to the core.
+class TavoMP3PlayerMain : public QMainWindow {
+    Q_OBJECT
+public:
+    explicit TavoMP3PlayerMain(Services& services, QWidget* parent = nullptr);
+    ~TavoMP3PlayerMain() override;
+
+    // The load sequence: settings, playlists, and finally the window shown.
+    void load();
+
+    Services& services() { return m_services; }
+    PlaylistManager& playlists() { return m_playlists; }
+
+    // Runs the close sequence as the close box does; false when the user cancelled.
+    bool closeMainWindow();
+
+    QListView* FPlaylist = nullptr;
+    QLabel* FStatus = nullptr;
+    QLabel* Label1 = nullptr;
+    QLabel* FActPlaylist = nullptr;
+    QLabel* Version = nullptr;
+    QPushButton* BPLOpen = nullptr;
+    QPushButton* BPLSave = nullptr;
+
+    // Display panel and transport row.
+    QFrame* Picture1 = nullptr;
+    QLabel* lblTrackName = nullptr;
+    QLabel* lblTime = nullptr;
+    QLabel* LMP3Bitrate = nullptr;
+    QLabel* LMP3Samplerate = nullptr;
+    QLabel* LAutoCue = nullptr;
+    QLabel* lblRepeat = nullptr;
+    QLabel* lblShuffle = nullptr;
+    QLabel* FTest = nullptr;
+    QLabel* FTest2 = nullptr;
+
+    QMenu* MenuDatei = nullptr;
+    QAction* MenuDateiOpenPlaylist = nullptr;
+    QAction* MenuDateiSavePlaylist = nullptr;
+    QAction* MenuDateiPlaylistSaveAs = nullptr;
+    QAction* MenuDateiBeenden = nullptr;
+
+    // Main current index of playlist 1 (the entry last started).
+    qint32 PlaylistPosition = 0;
+    QString UserMP3Directory;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void buildLayout();
+    void buildMenus();
+    void connectHandlers();
+    void writeSettingsOnClose();
+    // Runs an event handler under the classic error report.
+    void handle(const QString& place, const std::function<void(int& line)>& body);
+
+    Services& m_services;
+    PlaylistManager m_playlists;
+    bool m_closing = false;
+};

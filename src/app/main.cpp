@@ -1,0 +1,69 @@
+#include "app/TavoMP3PlayerMain.h"
+#include "base/AppGlobals.h"
+#include "base/Clock.h"
+#include "base/CommandLine.h"
+#include "base/ErrorReport.h"
+#include "base/RandomSource.h"
+#include "base/RuntimeError.h"
+#include "base/SettingsStore.h"
+#include "base/StatusLine.h"
+#include "ui/QtDialogs.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QLibraryInfo>
+#include <QTranslator>
+#include <memory>
+
+// Qt's own texts (message-box buttons, file dialogs) in German, like the rest of the program.
+static void installGermanTranslations(QApplication& app) {
+    const QStringList folders{QLibraryInfo::path(QLibraryInfo::TranslationsPath),
+                              QStringLiteral("/usr/share/qt6/translations")};
+    for (const char* name : {"qtbase_de", "qt_de"}) {
+        auto* translator = new QTranslator(&app);
+        bool loaded = false;
+        for (const QString& folder : folders)
+            loaded = loaded || translator->load(QLatin1String(name), folder);
+        if (loaded)
+            QApplication::installTranslator(translator);
+        else
+            delete translator;
+    }
+}
+
+int main(int argc, char* argv[]) {
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(SettingsStore::applicationName());
+    installGermanTranslations(app);
+
+    IniSettingsStore settings;
+    QtDialogs dialogs;
+    SystemClock clock;
+    SeededRandom random(SeededRandom::clockSeed());
+    StatusLine status;
+    Services services{settings, dialogs, clock, random, status};
+
+    int line = 1;
+    std::unique_ptr<TavoMP3PlayerMain> window;
+    try {
+        line = 2;
+        AppGlobals::StartUpdaterOnExit = false;
+        line = 3;
+        AppGlobals::UpdaterPath =
+            AppGlobals::programFolder() + QDir::separator() + AppGlobals::updaterFileName();
+        line = 4;
+        const CommandLine cmd = CommandLine::parse(CommandLine::join(app.arguments().mid(1)));
+        line = 6;
+        AppGlobals::PlayOnStart = cmd.playOnStart;
+        line = 7;
+        window = std::make_unique<TavoMP3PlayerMain>(services);
+        dialogs.setParent(window.get());
+        window->load();
+        window->setVisible(cmd.showWindow);
+    } catch (const RuntimeError& e) {
+        dialogs.message(ErrorReport::text(QStringLiteral("Submain"), line, e.description()));
+        if (!window)
+            return 0;
+    }
+    return app.exec();
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QString>
+#include <exception>
+
+// A run-time failure as the product reports it: an error number and a German description.
+// Thrown wherever a step cannot go on; caught by the handler at the top of each event
+// (see ErrorReport), which turns it into the "Fehler in … in Zeile …" message.
+class RuntimeError : public std::exception {
+public:
+    enum Number {
+        InvalidCall = 5,
+        Overflow = 6,
+        TypeMismatch = 13,
+        BadFileName = 52,
+        FileNotFound = 53,
+        PermissionDenied = 70,
+        PathFileAccess = 75,
+        PathNotFound = 76,
+        DialogCancelled = 32755,
+    };
+
+    RuntimeError(int number, QString description);
+
+    int number() const { return m_number; }
+    const QString& description() const { return m_description; }
+    const char* what() const noexcept override { return m_what.constData(); }
+
+    static RuntimeError overflow();
+    static RuntimeError typeMismatch();
+    static RuntimeError invalidCall();
+
+private:
+    int m_number;
+    QString m_description;
+    QByteArray m_what;
+};

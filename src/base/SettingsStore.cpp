@@ -1,0 +1,55 @@
+#include "base/SettingsStore.h"
+
+#include "base/RuntimeError.h"
+
+#include <QDir>
+#include <QSettings>
+
+IniSettingsStore::IniSettingsStore(const QString& fileName)
+    : m_settings(std::make_unique<QSettings>(fileName, QSettings::IniFormat)) {
+}
+
+IniSettingsStore::~IniSettingsStore() = default;
+
+QString IniSettingsStore::defaultFileName() {
+#ifdef Q_OS_WIN
+    // Existing installations keep their values in this registry branch.
+    return QStringLiteral("HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\") + applicationName();
+#else
+    QString base = qEnvironmentVariable("XDG_CONFIG_HOME");
+    if (base.isEmpty())
+        base = QDir::homePath() + QStringLiteral("/.config");
+    return base + QLatin1Char('/') + applicationName() + QLatin1Char('/') + applicationName() +
+           QStringLiteral(".ini");
+#endif
+}
+
+QString IniSettingsStore::fileName() const {
+    return m_settings->fileName();
+}
+
+static QString keyPath(const QString& section, const QString& key) {
+    return section + QLatin1Char('/') + key;
+}
+
+QString IniSettingsStore::GetSetting(const QString& section, const QString& key,
+                                     const QString& defaultValue) const {
+    const QVariant v = m_settings->value(keyPath(section, key));
+    return v.isValid() ? v.toString() : defaultValue;
+}
+
+void IniSettingsStore::SaveSetting(const QString& section, const QString& key, const QString& value) {
+    m_settings->setValue(keyPath(section, key), value);
+    m_settings->sync(); // a crash must not lose what was already saved
+}
+
+void IniSettingsStore::DeleteSetting(const QString& section) {
+    if (!hasSection(section))
+        throw RuntimeError::invalidCall();
+    m_settings->remove(section);
+    m_settings->sync();
+}
+
+bool IniSettingsStore::hasSection(const QString& section) const {
+    return m_settings->childGroups().contains(section);
+}
