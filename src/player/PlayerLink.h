@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QVariant>
+
+class StatusLine;
+
+// The only way the program talks to the external player: the seven classic routines in the
+// Winamp vocabulary. Backends: MpvLink (Linux), WinampLink (Windows), a fake in the tests.
+class PlayerLink : public QObject {
+    Q_OBJECT
+public:
+    // Button command ids, posted without waiting.
+    enum Command : qint32 {
+        CloseCommand = 40001,
+        PlayCommand = 40045,
+        PauseCommand = 40046,
+        StopCommand = 40047,
+        JumpToLastCommand = 40158,
+    };
+    // WinampGetInfo codes.
+    enum InfoCode : quint8 {
+        InfoVersion = 0,
+        InfoClearList = 1,
+        InfoStatus = 2,     // 0 stopped, 1 playing, 3 paused
+        InfoLength = 3,     // seconds, -1 if none
+        InfoPosition = 4,   // milliseconds
+        InfoWritePlaylist = 6,
+        InfoListLength = 8,
+        InfoListPos = 9,
+        InfoSampleRate = 10, // kHz
+        InfoBitrate = 11,    // kbps
+        InfoCode12 = 12,
+        InfoTitle = 13,      // parsed song title (text)
+    };
+
+    explicit PlayerLink(StatusLine& status, QObject* parent = nullptr) : QObject(parent), m_status(status) {}
+
+    // Finds the running player or starts the one at path and waits (bounded) until it answers.
+    virtual void StartWinamp(const QString& path) = 0;
+    virtual qint32 WinampSetVolume(quint8 volume) = 0;
+    // Raises the overflow error when seconds*1000+ms leaves 32 bits; errors go to the caller.
+    virtual qint32 WinampJumpToTime(qint32 seconds, qint32 milliseconds) = 0;
+    // Appends a file to the player's own list without starting it; errors go to the caller.
+    virtual void WinampPlayFile(const QString& path) = 0;
+    virtual void WinampCommand(qint32 commandId) = 0;
+    // A number, the parsed title (code 13) or an invalid QVariant for codes 5, 7 and 14..255.
+    virtual QVariant WinampGetInfo(quint8 code) = 0;
+
+    // "WinampModule Error: <description> and number <number>" into FStatus.
+    void ReportWinampError(const QString& description, int number);
+
+protected:
+    StatusLine& m_status;
+};
