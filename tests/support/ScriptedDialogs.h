@@ -1,0 +1,34 @@
+#pragma once
+
+#include "base/Dialogs.h"
+
+#include <QList>
+#include <QStringList>
+
+// Dialogs with answers scripted in advance and every question recorded.
+// Message boxes without a scripted answer get Ok (or Cancel when there is no Ok button);
+// file dialogs without a scripted answer are cancelled.
+class ScriptedDialogs : public Dialogs {
+public:
+    struct Question {
+        QString text;
+        QString title;
+        Buttons buttons;
+        Icon icon;
+    };
+
+    QList<Answer> answers;
+    QList<std::optional<QString>> openAnswers;
+    QList<std::optional<QString>> saveAnswers;
+
+    QList<Question> questions;
+    QList<FileRequest> openRequests;
+    QList<FileRequest> saveRequests;
+
+    QStringList messageTexts() const;
+
+    Answer message(const QString& text, const QString& title = QString(), Buttons buttons = Buttons::Ok,
+                   Icon icon = Icon::None) override;
+    std::optional<QString> openFile(const FileRequest& request) override;
+    std::optional<QString> saveFile(const FileRequest& request) override;
+};
