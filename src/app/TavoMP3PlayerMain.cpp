@@ -8,6 +8,7 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QDir>
 #include <QLabel>
@@ -26,6 +27,7 @@ TavoMP3PlayerMain::TavoMP3PlayerMain(Services& services, QWidget* parent)
     buildLayout();
     buildMenus();
     connectHandlers();
+    connectSleepControls();
 }
 
 TavoMP3PlayerMain::~TavoMP3PlayerMain() = default;
@@ -77,6 +79,8 @@ void TavoMP3PlayerMain::load() {
         line = 5;
         for (QLabel* l : {lblTrackName, lblTime, LMP3Bitrate, LMP3Samplerate})
             l->clear();
+        m_sleep.clearLabel();
+        m_sleep.SleepTimeChoice = FSleepmodeTime->currentText();
 
         line = 7;
         SettingsStore& s = m_services.settings;

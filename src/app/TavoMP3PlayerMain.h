@@ -2,10 +2,15 @@
 
 #include "base/Services.h"
 #include "playlist/PlaylistManager.h"
+#include "power/SleepMode.h"
 
 #include <QMainWindow>
 
+class ClickLabel;
 class QAction;
+class QCheckBox;
+class QComboBox;
+class QBoxLayout;
 class QFrame;
 class QLabel;
 class QListView;
@@ -56,6 +61,16 @@ public:
     QAction* MenuDateiPlaylistSaveAs = nullptr;
     QAction* MenuDateiBeenden = nullptr;
 
+    // Sleep mode.
+    QCheckBox* FSleepmode = nullptr;
+    ClickLabel* LabelSleep = nullptr;
+    QComboBox* FSleepmodeTime = nullptr;
+    QLabel* LSleepmode = nullptr;
+    SleepMode& sleepMode() { return m_sleep; }
+
+    // Switches the computer off (forced); used by the sleep mode and the second playlist's end.
+    void ShutdownComputer();
+
     // Main current index of playlist 1 (the entry last started).
     qint32 PlaylistPosition = 0;
     QString UserMP3Directory;
@@ -66,6 +81,8 @@ protected:
 private:
     void buildLayout();
     void buildMenus();
+    QBoxLayout* buildSleepControls(QWidget* parent);
+    void connectSleepControls();
     void connectHandlers();
     void writeSettingsOnClose();
     // Runs an event handler under the classic error report.
@@ -73,5 +90,6 @@ private:
 
     Services& m_services;
     PlaylistManager m_playlists;
+    SleepMode m_sleep;
     bool m_closing = false;
 };

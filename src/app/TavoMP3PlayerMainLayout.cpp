@@ -101,6 +101,8 @@ void TavoMP3PlayerMain::buildLayout() {
     playlistRow->addWidget(FActPlaylist, 1);
     outer->addLayout(playlistRow);
 
+    outer->addLayout(buildSleepControls(central));
+
     auto* statusRow = new QHBoxLayout;
     FStatus = named(new QLabel(central), "FStatus");
     FStatus->setFrameShape(QFrame::Panel);

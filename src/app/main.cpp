@@ -7,6 +7,7 @@
 #include "base/RuntimeError.h"
 #include "base/SettingsStore.h"
 #include "base/StatusLine.h"
+#include "power/SystemPowerOff.h"
 #include "ui/QtDialogs.h"
 
 #include <QApplication>
@@ -41,7 +42,8 @@ int main(int argc, char* argv[]) {
     SystemClock clock;
     SeededRandom random(SeededRandom::clockSeed());
     StatusLine status;
-    Services services{settings, dialogs, clock, random, status};
+    SystemPowerOff power;
+    Services services{settings, dialogs, clock, random, status, Paths::nativeStyle(), &power};
 
     int line = 1;
     std::unique_ptr<TavoMP3PlayerMain> window;

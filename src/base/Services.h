@@ -4,6 +4,7 @@
 
 class Clock;
 class Dialogs;
+class PowerOff;
 class RandomSource;
 class SettingsStore;
 class StatusLine;
@@ -16,4 +17,6 @@ struct Services {
     RandomSource& random;
     StatusLine& status;
     PathStyle pathStyle = Paths::nativeStyle();
+    // Null in tests unless a test installs its recording double: no test can power off by accident.
+    PowerOff* power = nullptr;
 };

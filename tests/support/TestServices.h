@@ -3,6 +3,7 @@
 #include "base/Services.h"
 #include "base/StatusLine.h"
 #include "support/FakeClock.h"
+#include "support/FakePowerOff.h"
 #include "support/FakeRandom.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TempSettings.h"
@@ -14,5 +15,6 @@ struct TestServices {
     FakeClock clock;
     FakeRandom random;
     StatusLine status;
-    Services services{settings, dialogs, clock, random, status, PathStyle::Posix};
+    FakePowerOff power;
+    Services services{settings, dialogs, clock, random, status, PathStyle::Posix, &power};
 };

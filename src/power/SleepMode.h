@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QTimer>
+
+// The sleep countdown: armed with a number of minutes, it counts whole minutes on its own timer
+// and asks for the computer to be shut down when the time is up. Playback is never touched.
+class SleepMode : public QObject {
+    Q_OBJECT
+public:
+    explicit SleepMode(QObject* parent = nullptr);
+
+    // The drop-down items in their order, and the one shown at start.
+    static const QStringList& timeItems();
+    static QString defaultItem() { return QStringLiteral("20 min"); }
+
+    // FSleepmode click: arm with the chosen text when checked, otherwise switch off.
+    void FSleepmodeClick(bool checked, const QString& choice);
+    // FSleepmodeTime click: a different choice re-runs arm/disarm; the same one does nothing.
+    void FSleepmodeTimeClick(bool checked, const QString& choice);
+    // TimerSleepmode tick.
+    void TimerSleepmodeTimer();
+
+    const QString& LSleepmode() const { return m_label; }
+    void clearLabel() { setLabel(QString()); }
+
+    QTimer TimerSleepmode;
+    quint8 SleepMinutesTotal = 0;
+    quint8 SleepMinutesElapsed = 0;
+    QString SleepTimeChoice;
+
+signals:
+    void labelChanged(const QString& text);
+    void shutdownRequested();
+
+private:
+    void setLabel(const QString& text);
+    QString m_label;
+};

@@ -1,0 +1,86 @@
+#include "power/ShutdownModule.h"
+#include "power/SystemPowerOff.h"
+
+#include <QDeadlineTimer>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QThread>
+#include <QtTest>
+
+using namespace ShutdownModule;
+
+class tst_ShutdownModule : public QObject {
+    Q_OBJECT
+private slots:
+    void flagsForEverySystemAndMode_data() {
+        QTest::addColumn<quint32>("platformId");
+        QTest::addColumn<quint32>("major");
+        QTest::addColumn<qint32>("mode");
+        QTest::addColumn<quint32>("flags");
+        QTest::addColumn<bool>("privilege");
+        struct System {
+            const char* name;
+            quint32 platform, major;
+        };
+        const System systems[] = {
+            {"9x", 1, 4}, {"NT 3", 2, 3}, {"NT 4", 2, 4}, {"2000", 2, 5}, {"10", 2, 10}};
+        // Expected flags per system for modes 0, 1, 2 and an unknown 7.
+        const quint32 expected[][4] = {
+            {1, 5, 5, 1}, {9, 13, 13, 9}, {9, 13, 13, 9}, {9, 13, 25, 9}, {9, 13, 25, 9}};
+        const qint32 modes[] = {0, 1, 2, 7};
+        for (int s = 0; s < 5; ++s)
+            for (int m = 0; m < 4; ++m)
+                QTest::addRow("%s mode %d", systems[s].name, modes[m])
+                    << systems[s].platform << systems[s].major << modes[m] << expected[s][m]
+                    << (systems[s].platform == 2);
+    }
+    void flagsForEverySystemAndMode() {
+        QFETCH(quint32, platformId);
+        QFETCH(quint32, major);
+        QFETCH(qint32, mode);
+        QFETCH(quint32, flags);
+        QFETCH(bool, privilege);
+        const ShutdownPlan plan = planShutdown({platformId, major}, mode);
+        QCOMPARE(plan.flags, flags);
+        QCOMPARE(plan.enablePrivilege, privilege);
+        QVERIFY(!plan.killShell); // the shell is never terminated, whatever the system
+    }
+
+    void versionQueries_data() {
+        QTest::addColumn<quint32>("platformId");
+        QTest::addColumn<quint32>("major");
+        QTest::addColumn<bool>("nt");
+        QTest::addColumn<bool>("w2k");
+        QTest::newRow("win32s") << 0u << 3u << false << false;
+        QTest::newRow("9x with high major") << 1u << 5u << false << false;
+        QTest::newRow("NT 4") << 2u << 4u << true << false;
+        QTest::newRow("2000") << 2u << 5u << true << true;
+    }
+    void versionQueries() {
+        QFETCH(quint32, platformId);
+        QFETCH(quint32, major);
+        QFETCH(bool, nt);
+        QFETCH(bool, w2k);
+        QCOMPARE(IsWinNT({platformId, major}), nt);
+        QCOMPARE(IsWin2000OrLater({platformId, major}), w2k);
+    }
+
+    // The override command replaces the real power-off; here it only touches a file.
+    void overrideCommandRunsInsteadOfPowerOff() {
+        QTemporaryDir dir;
+        const QString marker = dir.filePath(QStringLiteral("ausgeschaltet"));
+        qputenv(SystemPowerOff::kCommandVariable, QByteArray("touch '") + marker.toLocal8Bit() + "'");
+        QVERIFY2(!qEnvironmentVariable(SystemPowerOff::kCommandVariable).isEmpty(),
+                 "refusing to go on without the override: the real power-off must never run here");
+        SystemPowerOff power;
+        power.ShutdownWindows(1);
+        QDeadlineTimer deadline(5000);
+        while (!QFile::exists(marker) && !deadline.hasExpired())
+            QThread::msleep(20);
+        QVERIFY(QFile::exists(marker));
+        qunsetenv(SystemPowerOff::kCommandVariable);
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_ShutdownModule)
+#include "tst_ShutdownModule.moc"
