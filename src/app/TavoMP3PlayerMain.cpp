@@ -1,4 +1,6 @@
 #include "app/TavoMP3PlayerMain.h"
+#include "app/TrayModule.h"
+#include "ui/AppIcon.h"
 
 #include "base/AppGlobals.h"
 #include "base/Checked.h"
@@ -24,8 +26,11 @@ TavoMP3PlayerMain::TavoMP3PlayerMain(Services& services, QWidget* parent)
     : QMainWindow(parent), m_services(services), m_playlists(services, this) {
     setObjectName(QStringLiteral("TavoMP3PlayerMain"));
     setWindowTitle(QStringLiteral("Tavo MP3 Player!"));
+    setWindowIcon(AppIcon::make());
+    setMouseTracking(true);
     buildLayout();
     buildMenus();
+    buildTrayMenu();
     connectHandlers();
     connectSleepControls();
 }
@@ -106,6 +111,8 @@ void TavoMP3PlayerMain::load() {
 
         line = 12;
         show();
+        line = 13;
+        m_tray->add(TrayModule::idleTip());
         line = 14;
         m_services.status.setText(lastLoad);
         show();
@@ -145,6 +152,7 @@ void TavoMP3PlayerMain::closeEvent(QCloseEvent* event) {
         return;
     }
     m_closing = true;
+    m_tray->remove();
     event->accept();
     QCoreApplication::exit(0);
 }

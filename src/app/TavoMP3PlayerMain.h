@@ -8,6 +8,7 @@
 
 class ClickLabel;
 class QAction;
+class TrayModule;
 class QCheckBox;
 class QComboBox;
 class QBoxLayout;
@@ -61,6 +62,22 @@ public:
     QAction* MenuDateiPlaylistSaveAs = nullptr;
     QAction* MenuDateiBeenden = nullptr;
 
+    // Notification-area icon and its menu.
+    QMenu* MenuPopupSys = nullptr;
+    QAction* MenuPopRestore = nullptr;
+    QAction* MenuShuffleStatus = nullptr;
+    QAction* MenuNext = nullptr;
+    QAction* MenuPause = nullptr;
+    QAction* MenuPlay = nullptr;
+    QAction* MenuStop = nullptr;
+    QAction* MenuPrevious = nullptr;
+    QMenu* MenuSetPrioHead = nullptr;
+    QList<QAction*> MenuSetPrio; // Index 0..5 sets priority 5 - Index
+    QAction* MenuPopExit = nullptr;
+    TrayModule& tray() { return *m_tray; }
+    // A notification of the tray icon: the mouse message code in x, y 0.
+    void TrayNotification(int x, int y);
+
     // Sleep mode.
     QCheckBox* FSleepmode = nullptr;
     ClickLabel* LabelSleep = nullptr;
@@ -77,10 +94,14 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     void buildLayout();
     void buildMenus();
+    void buildTrayMenu();
+    void restoreWindow(bool focusList);
     QBoxLayout* buildSleepControls(QWidget* parent);
     void connectSleepControls();
     void connectHandlers();
@@ -91,5 +112,6 @@ private:
     Services& m_services;
     PlaylistManager m_playlists;
     SleepMode m_sleep;
+    TrayModule* m_tray = nullptr;
     bool m_closing = false;
 };
