@@ -1,6 +1,8 @@
 #include "app/TavoMP3PlayerMain.h"
 #include "app/TrayModule.h"
 #include "ui/AppIcon.h"
+#include "ui/DirectoryField.h"
+#include "ui/TavoMP3Settings.h"
 
 #include "base/AppGlobals.h"
 #include "base/Checked.h"
@@ -13,8 +15,10 @@
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QDir>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QListView>
+#include <QProcess>
 #include <QPushButton>
 #include <QScreen>
 
@@ -87,6 +91,11 @@ void TavoMP3PlayerMain::load() {
         m_sleep.clearLabel();
         m_sleep.SleepTimeChoice = FSleepmodeTime->currentText();
 
+        line = 3;
+        // The built-in frame reader replaces the optional classic library, so the bitrate
+        // report and the diagram always stay visible.
+        MP3InfoAvailable = true;
+
         line = 7;
         SettingsStore& s = m_services.settings;
         const QString playlistFile =
@@ -94,19 +103,30 @@ void TavoMP3PlayerMain::load() {
         UserMP3Directory = s.GetSetting(kSettings, QStringLiteral("UserMP3Directory"), QStringLiteral("0"));
         PlaylistPosition =
             Checked::textToInt32(s.GetSetting(kSettings, QStringLiteral("CurrentPlaylistPosition"), 0));
+        WinampPath = s.GetSetting(kSettings, QStringLiteral("WinampPath"), QStringLiteral("0"));
         m_playlists.DialogLastpath =
             s.GetSetting(kSettings, QStringLiteral("DialogLastpath"),
                          QDir::toNativeSeparators(QDir::homePath() + QLatin1Char('/')));
 
-        line = 10;
+        line = 9;
+        // An empty player path is accepted; only a never-configured one ("0") is incomplete.
+        SettingsIncomplete = WinampPath == QLatin1String("0") || UserMP3Directory == QLatin1String("0") ||
+                             UserMP3Directory.isEmpty();
         QString lastLoad;
-        if (playlistFile != QLatin1String("0") && !playlistFile.isEmpty()) {
-            m_playlists.setActPlaylist(1, playlistFile);
-            lastLoad = m_playlists.FuncReadPlaylistAndDisplay(playlistFile, true, 1);
-            if (PlaylistPosition >= 0 && PlaylistPosition < m_playlists.list(1).count())
-                m_playlists.list(1).selectOnly(PlaylistPosition);
+        if (SettingsIncomplete) {
+            showSettingsWindow(
+                QStringLiteral("Bitte füllen Sie alle Felder aus und speichen die Einstellungen!"));
         } else {
-            m_playlists.setActPlaylist(1, QString());
+            line = 10;
+            FBrowsePath->setText(UserMP3Directory);
+            if (playlistFile != QLatin1String("0") && !playlistFile.isEmpty()) {
+                m_playlists.setActPlaylist(1, playlistFile);
+                lastLoad = m_playlists.FuncReadPlaylistAndDisplay(playlistFile, true, 1);
+                if (PlaylistPosition >= 0 && PlaylistPosition < m_playlists.list(1).count())
+                    m_playlists.list(1).selectOnly(PlaylistPosition);
+            } else {
+                m_playlists.setActPlaylist(1, QString());
+            }
         }
 
         line = 12;
@@ -123,7 +143,7 @@ void TavoMP3PlayerMain::load() {
 void TavoMP3PlayerMain::writeSettingsOnClose() {
     SettingsStore& s = m_services.settings;
     s.SaveSetting(kSettings, QStringLiteral("PlaylistFile"), FActPlaylist->text());
-    s.SaveSetting(kSettings, QStringLiteral("UserMP3Directory"), UserMP3Directory);
+    s.SaveSetting(kSettings, QStringLiteral("UserMP3Directory"), FBrowsePath->text());
     // Written for compatibility only; the window always opens at its design position.
     s.SaveSetting(QStringLiteral("Screen"), QStringLiteral("FormPositionLeft"), QString::number(x()));
     s.SaveSetting(QStringLiteral("Screen"), QStringLiteral("FormPositionTop"), QString::number(y()));
@@ -154,5 +174,30 @@ void TavoMP3PlayerMain::closeEvent(QCloseEvent* event) {
     m_closing = true;
     m_tray->remove();
     event->accept();
+    if (AppGlobals::StartUpdaterOnExit)
+        QProcess::startDetached(AppGlobals::UpdaterPath, {});
     QCoreApplication::exit(0);
+}
+
+TavoMP3Settings* TavoMP3PlayerMain::showSettingsWindow(const QString& hint) {
+    if (!m_settingsWindow)
+        m_settingsWindow = new TavoMP3Settings(this);
+    m_settingsWindow->show();
+    m_settingsWindow->raise();
+    if (!hint.isEmpty())
+        m_settingsWindow->FStatus->setText(hint);
+    return m_settingsWindow;
+}
+
+void TavoMP3PlayerMain::FuncSetEnv() {
+    SettingsStore& s = m_services.settings;
+    WinampPath = s.GetSetting(kSettings, QStringLiteral("WinampPath"), QStringLiteral("0"));
+    UserMP3Directory = s.GetSetting(kSettings, QStringLiteral("UserMP3Directory"), QStringLiteral("0"));
+}
+
+void TavoMP3PlayerMain::keyPressEvent(QKeyEvent* event) {
+    // Remembered as the classic 16-bit key code (Escape = 27), which the bitrate report polls.
+    const int key = event->key() == Qt::Key_Escape ? 27 : event->key();
+    LastKeyCode = static_cast<qint16>(key & 0x7FFF);
+    QMainWindow::keyPressEvent(event);
 }

@@ -7,8 +7,10 @@
 #include <QMainWindow>
 
 class ClickLabel;
+class DirectoryField;
 class QAction;
 class TrayModule;
+class TavoMP3Settings;
 class QCheckBox;
 class QComboBox;
 class QBoxLayout;
@@ -43,6 +45,8 @@ public:
     QLabel* Version = nullptr;
     QPushButton* BPLOpen = nullptr;
     QPushButton* BPLSave = nullptr;
+    QLabel* Label2 = nullptr;
+    DirectoryField* FBrowsePath = nullptr;
 
     // Display panel and transport row.
     QFrame* Picture1 = nullptr;
@@ -91,11 +95,26 @@ public:
     // Main current index of playlist 1 (the entry last started).
     qint32 PlaylistPosition = 0;
     QString UserMP3Directory;
+    QString WinampPath;
+    // The last key pressed in the window; the bitrate report stops when it reads 27 (Escape).
+    qint16 LastKeyCode = 0;
+    // The built-in frame reader stands in for the classic MP3 information library: always there.
+    bool MP3InfoAvailable = true;
+
+    // Opens the settings window (created on first use), with a hint in its status line.
+    TavoMP3Settings* showSettingsWindow(const QString& hint = QString());
+    TavoMP3Settings* settingsWindow() const { return m_settingsWindow; }
+    // True when step "settings incomplete" of the load sequence applied: no player, no playlist.
+    bool SettingsIncomplete = false;
+
+    // Re-reads the player path and the music directories after the settings were saved.
+    void FuncSetEnv();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void buildLayout();
@@ -113,5 +132,6 @@ private:
     PlaylistManager m_playlists;
     SleepMode m_sleep;
     TrayModule* m_tray = nullptr;
+    TavoMP3Settings* m_settingsWindow = nullptr;
     bool m_closing = false;
 };

@@ -1,5 +1,6 @@
 // Building the main window's controls. Behaviour lives in TavoMP3PlayerMain.cpp.
 #include "app/TavoMP3PlayerMain.h"
+#include "ui/DirectoryField.h"
 
 #include <QAction>
 #include <QGridLayout>
@@ -92,6 +93,16 @@ void TavoMP3PlayerMain::buildLayout() {
     commands->addStretch(1);
     middle->addLayout(commands);
     outer->addLayout(middle, 1);
+
+    auto* folderRow = new QHBoxLayout;
+    Label2 = named(new QLabel(QStringLiteral("MP3s suchen in..."), central), "Label2");
+    Label2->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    FBrowsePath = named(new DirectoryField(central), "FBrowsePath");
+    FBrowsePath->setAccessibleName(QStringLiteral("MP3s suchen in..."));
+    Label2->setBuddy(FBrowsePath);
+    folderRow->addWidget(Label2);
+    folderRow->addWidget(FBrowsePath, 1);
+    outer->addLayout(folderRow);
 
     auto* playlistRow = new QHBoxLayout;
     Label1 = named(new QLabel(QStringLiteral("Aktuelle Playliste:"), central), "Label1");

@@ -2,6 +2,8 @@
 #include "base/StatusLine.h"
 #include "playlist/PlaylistFile.h"
 #include "support/TestServices.h"
+#include "ui/DirectoryField.h"
+#include "ui/TavoMP3Settings.h"
 
 #include <QAction>
 #include <QLabel>
@@ -22,6 +24,14 @@ class tst_MainWindow : public QObject {
         return path;
     }
 
+    // The player path and the music folders: without them start-up only opens the settings window.
+    static void configure(TestServices& t) {
+        t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("WinampPath"),
+                               QStringLiteral("/usr/bin/mpv"));
+        t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("UserMP3Directory"),
+                               QStringLiteral("/m"));
+    }
+
 private slots:
     void loadShowsStoredPlaylistAndSelectsPosition_data() {
         QTest::addColumn<int>("storedPosition");
@@ -38,6 +48,7 @@ private slots:
         const QString file = writePlaylist(QStringLiteral("list.txt"), {QStringLiteral("/m/a/Eins.mp3:5"),
                                                                         QStringLiteral("/m/a/Zwei.mp3:3"),
                                                                         QStringLiteral("/m/b/Drei.mp3:0")});
+        configure(t);
         t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("PlaylistFile"), file);
         t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("CurrentPlaylistPosition"),
                                storedPosition);
@@ -87,6 +98,7 @@ private slots:
         TestServices t;
         const QString file = writePlaylist(QStringLiteral("close.txt"), {QStringLiteral("/m/a/Eins.mp3:5"),
                                                                          QStringLiteral("/m/a/Zwei.mp3:4")});
+        configure(t);
         t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("PlaylistFile"), file);
         TavoMP3PlayerMain w(t.services);
         w.load();
@@ -94,7 +106,7 @@ private slots:
         w.playlists().PlaylistPaths[1] = QStringLiteral("/m/a/Zwei.mp3:1");
         w.playlists().PlaylistChanged = changed;
         w.PlaylistPosition = 1;
-        w.UserMP3Directory = QStringLiteral("/m/a\r\n/m/b");
+        w.FBrowsePath->setText(QStringLiteral("/m/a\r\n/m/b"));
         t.dialogs.answers = answers;
 
         QCOMPARE(w.closeMainWindow(), proceeds);
@@ -116,6 +128,56 @@ private slots:
         QCOMPARE(get("PlaylistFile"), file);
         QCOMPARE(get("CurrentPlaylistPosition"), QStringLiteral("1"));
         QCOMPARE(get("UserMP3Directory"), QStringLiteral("/m/a\r\n/m/b"));
+    }
+
+    void incompleteSettingsOpenTheSettingsWindow_data() {
+        QTest::addColumn<QString>("winampPath"); // "-" = key missing
+        QTest::addColumn<QString>("folders");
+        QTest::addColumn<bool>("incomplete");
+        QTest::newRow("nothing stored") << "-"
+                                        << "-" << true;
+        QTest::newRow("no player") << "-"
+                                   << "/m" << true;
+        QTest::newRow("player never configured") << "0"
+                                                 << "/m" << true;
+        QTest::newRow("folders never configured") << "/usr/bin/mpv"
+                                                  << "0" << true;
+        QTest::newRow("folders empty") << "/usr/bin/mpv"
+                                       << "" << true;
+        QTest::newRow("empty player path is accepted") << ""
+                                                       << "/m" << false;
+        QTest::newRow("complete") << "/usr/bin/mpv"
+                                  << "/m\r\n/n" << false;
+    }
+    void incompleteSettingsOpenTheSettingsWindow() {
+        QFETCH(QString, winampPath);
+        QFETCH(QString, folders);
+        QFETCH(bool, incomplete);
+        TestServices t;
+        const QString file = writePlaylist(QStringLiteral("start.txt"), {QStringLiteral("/m/a/Eins.mp3:5")});
+        t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("PlaylistFile"), file);
+        if (winampPath != QLatin1String("-"))
+            t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("WinampPath"), winampPath);
+        if (folders != QLatin1String("-"))
+            t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("UserMP3Directory"), folders);
+
+        TavoMP3PlayerMain w(t.services);
+        w.load();
+
+        QCOMPARE(w.SettingsIncomplete, incomplete);
+        QCOMPARE(w.settingsWindow() != nullptr, incomplete);
+        if (incomplete) {
+            QVERIFY(w.settingsWindow()->isVisible());
+            QCOMPARE(w.settingsWindow()->FStatus->text(),
+                     QStringLiteral("Bitte füllen Sie alle Felder aus und speichen die Einstellungen!"));
+            QCOMPARE(w.FPlaylist->model()->rowCount(), 0);
+            QCOMPARE(w.FActPlaylist->text(), QString());
+            QCOMPARE(w.FBrowsePath->text(), QString());
+        } else {
+            QCOMPARE(w.FPlaylist->model()->index(0, 0).data().toString(), QStringLiteral("1. Eins"));
+            QCOMPARE(w.FBrowsePath->text(), folders);
+        }
+        QVERIFY(w.isVisible()); // the main window shows either way
     }
 
     void menuEntriesHaveTheirCaptions_data() {
