@@ -8,6 +8,7 @@ packages=(
     libbenchmark-dev
     mpv lame
     xvfb xauth imagemagick xdotool
+    dbus dbus-x11 at-spi2-core python3-pyatspi gir1.2-atspi-2.0 python3-gi
 )
 missing=()
 for p in "${packages[@]}"; do

@@ -1,6 +1,7 @@
 #include "app/TavoMP3PlayerMain.h"
 #include "app/TrayModule.h"
 #include "ui/AppIcon.h"
+#include "ui/AutomationIds.h"
 #include "ui/DirectoryField.h"
 #include "ui/TavoMP3Settings.h"
 
@@ -37,6 +38,7 @@ TavoMP3PlayerMain::TavoMP3PlayerMain(Services& services, QWidget* parent)
     buildTrayMenu();
     connectHandlers();
     connectSleepControls();
+    AutomationIds::apply(this);
 }
 
 TavoMP3PlayerMain::~TavoMP3PlayerMain() = default;
@@ -180,8 +182,10 @@ void TavoMP3PlayerMain::closeEvent(QCloseEvent* event) {
 }
 
 TavoMP3Settings* TavoMP3PlayerMain::showSettingsWindow(const QString& hint) {
-    if (!m_settingsWindow)
+    if (!m_settingsWindow) {
         m_settingsWindow = new TavoMP3Settings(this);
+        AutomationIds::apply(m_settingsWindow);
+    }
     m_settingsWindow->show();
     m_settingsWindow->raise();
     if (!hint.isEmpty())

@@ -19,9 +19,8 @@ template <typename W> W* named(W* widget, const char* name) {
 }
 
 QLabel* displayLabel(QWidget* parent, const char* name, const QString& text = QString()) {
-    auto* label = named(new QLabel(text, parent), name);
-    label->setAccessibleName(QLatin1String(name));
-    return label;
+    // No accessible name: a label's text is what assistive technology reads.
+    return named(new QLabel(text, parent), name);
 }
 
 QPushButton* commandButton(QWidget* parent, const char* name, const QString& caption, int width) {
@@ -119,7 +118,6 @@ void TavoMP3PlayerMain::buildLayout() {
     FStatus->setFrameShape(QFrame::Panel);
     FStatus->setFrameShadow(QFrame::Sunken);
     FStatus->setMinimumHeight(22);
-    FStatus->setAccessibleName(QStringLiteral("Status"));
     Version = named(new QLabel(QStringLiteral("Version x"), central), "Version");
     statusRow->addWidget(FStatus, 1);
     statusRow->addWidget(Version);

@@ -39,7 +39,9 @@ void TavoMP3PlayerMain::connectSleepControls() {
             ShutdownComputer();
         });
     });
-    connect(FSleepmode, &QCheckBox::clicked, this, [this](bool checked) {
+    // toggled, not clicked: a value set by code (the caption, assistive technology) counts as a
+    // click too, as it always did for this box.
+    connect(FSleepmode, &QCheckBox::toggled, this, [this](bool checked) {
         handle(QStringLiteral("FSleepmode_Click"), [this, checked](int& line) {
             line = 1;
             m_sleep.FSleepmodeClick(checked, FSleepmodeTime->currentText());

@@ -41,7 +41,7 @@ void TavoMP3PlayerMain::buildTrayMenu() {
                                     QStringLiteral("&1"),          QStringLiteral("&0 = nie")};
     for (int index = 0; index < 6; ++index) {
         QAction* a = MenuSetPrioHead->addAction(prioCaptions[index]);
-        a->setObjectName(QStringLiteral("MenuSetPrio%1").arg(index));
+        a->setObjectName(QStringLiteral("MenuSetPrio(%1)").arg(index));
         a->setData(index);
         MenuSetPrio << a;
     }
