@@ -10,6 +10,7 @@
 #include "base/ErrorReport.h"
 #include "base/SettingsStore.h"
 #include "base/StatusLine.h"
+#include "update/UpdateCheckSchedule.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -28,7 +29,8 @@ const QString kSettings = QStringLiteral("Settings");
 }
 
 TavoMP3PlayerMain::TavoMP3PlayerMain(Services& services, QWidget* parent)
-    : QMainWindow(parent), m_services(services), m_playlists(services, this) {
+    : QMainWindow(parent), m_services(services), m_playlists(services, this),
+      m_updateSchedule(new UpdateCheckSchedule(services.settings, this)) {
     setObjectName(QStringLiteral("TavoMP3PlayerMain"));
     setWindowTitle(QStringLiteral("Tavo MP3 Player!"));
     setWindowIcon(AppIcon::make());
@@ -36,8 +38,10 @@ TavoMP3PlayerMain::TavoMP3PlayerMain(Services& services, QWidget* parent)
     buildLayout();
     buildMenus();
     buildTrayMenu();
+    buildUpdateMenus();
     connectHandlers();
     connectSleepControls();
+    connectUpdateHandlers();
     AutomationIds::apply(this);
 }
 
@@ -131,6 +135,8 @@ void TavoMP3PlayerMain::load() {
             }
         }
 
+        line = 11;
+        m_updateSchedule->load();
         line = 12;
         show();
         line = 13;

@@ -3,8 +3,10 @@
 #include "base/Services.h"
 #include "playlist/PlaylistManager.h"
 #include "power/SleepMode.h"
+#include "update/UpdateConfig.h"
 
 #include <QMainWindow>
+#include <QPointer>
 
 class ClickLabel;
 class DirectoryField;
@@ -20,6 +22,8 @@ class QListView;
 class QMenu;
 class QPushButton;
 class QSlider;
+class TavoMP3Update;
+class UpdateCheckSchedule;
 
 // The program's main window. The playlists and other state live in core objects it owns; the
 // window builds the controls under their design names and forwards events to the core.
@@ -92,6 +96,16 @@ public:
     // Switches the computer off (forced); used by the sleep mode and the second playlist's end.
     void ShutdownComputer();
 
+    // Online update (TavoMP3PlayerMainUpdate.cpp).
+    QAction* MenuUpdate = nullptr;
+    QLabel* FCheck = nullptr;
+    UpdateConfig UpdateSource = UpdateConfig::forThisProgram();
+    UpdateCheckSchedule& updateSchedule() { return *m_updateSchedule; }
+    // The update window, created hidden on first use.
+    TavoMP3Update& updateWindow();
+    // The timed check: the hidden update window fetches the version list and asks before updating.
+    void AutomaticUpdateCheck();
+
     // Main current index of playlist 1 (the entry last started).
     qint32 PlaylistPosition = 0;
     QString UserMP3Directory;
@@ -125,6 +139,8 @@ private:
     void connectSleepControls();
     void connectHandlers();
     void writeSettingsOnClose();
+    void buildUpdateMenus();
+    void connectUpdateHandlers();
     // Runs an event handler under the classic error report.
     void handle(const QString& place, const std::function<void(int& line)>& body);
 
@@ -134,4 +150,6 @@ private:
     TrayModule* m_tray = nullptr;
     TavoMP3Settings* m_settingsWindow = nullptr;
     bool m_closing = false;
+    UpdateCheckSchedule* m_updateSchedule = nullptr;
+    QPointer<TavoMP3Update> m_updateWindow;
 };

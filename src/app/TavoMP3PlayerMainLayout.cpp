@@ -119,7 +119,9 @@ void TavoMP3PlayerMain::buildLayout() {
     FStatus->setFrameShadow(QFrame::Sunken);
     FStatus->setMinimumHeight(22);
     Version = named(new QLabel(QStringLiteral("Version x"), central), "Version");
+    FCheck = named(new QLabel(central), "FCheck");
     statusRow->addWidget(FStatus, 1);
+    statusRow->addWidget(FCheck);
     statusRow->addWidget(Version);
     outer->addLayout(statusRow);
 

@@ -1,0 +1,9 @@
+#include "updater/ConsoleDialogs.h"
+
+#include <cstdio>
+
+Dialogs::Answer ConsoleDialogs::message(const QString& text, const QString& title, Buttons buttons, Icon) {
+    const QString shown = (title.isEmpty() ? defaultTitle() : title) + QStringLiteral(": ") + text;
+    std::fprintf(stderr, "%s\n", shown.toLocal8Bit().constData());
+    return buttons == Buttons::YesNo || buttons == Buttons::YesNoCancel ? Answer::No : Answer::Ok;
+}
