@@ -30,7 +30,8 @@ const QString kSettings = QStringLiteral("Settings");
 
 TavoMP3PlayerMain::TavoMP3PlayerMain(Services& services, QWidget* parent)
     : QMainWindow(parent), m_services(services), m_playlists(services, this),
-      m_updateSchedule(new UpdateCheckSchedule(services.settings, this)) {
+      m_builder(services, m_playlists, m_lister, this), m_editor(services, m_playlists),
+      m_search(services, m_playlists), m_updateSchedule(new UpdateCheckSchedule(services.settings, this)) {
     setObjectName(QStringLiteral("TavoMP3PlayerMain"));
     setWindowTitle(QStringLiteral("Tavo MP3 Player!"));
     setWindowIcon(AppIcon::make());
@@ -42,6 +43,7 @@ TavoMP3PlayerMain::TavoMP3PlayerMain(Services& services, QWidget* parent)
     connectHandlers();
     connectSleepControls();
     connectUpdateHandlers();
+    connectPlaylistTools();
     AutomationIds::apply(this);
 }
 

@@ -1,7 +1,11 @@
 #pragma once
 
 #include "base/Services.h"
+#include "playlist/FolderLister.h"
+#include "playlist/PlaylistBuilder.h"
+#include "playlist/PlaylistEntryEditor.h"
 #include "playlist/PlaylistManager.h"
+#include "playlist/QuickSearch.h"
 #include "power/SleepMode.h"
 #include "update/UpdateConfig.h"
 
@@ -20,10 +24,15 @@ class QFrame;
 class QLabel;
 class QListView;
 class QMenu;
+class QPlainTextEdit;
 class QPushButton;
 class QSlider;
 class TavoMP3Update;
 class UpdateCheckSchedule;
+class QVBoxLayout;
+class PriorityFrame;
+class PriorityMenu;
+class TavoMP3QuickSearch;
 
 // The program's main window. The playlists and other state live in core objects it owns; the
 // window builds the controls under their design names and forwards events to the core.
@@ -93,6 +102,19 @@ public:
     QLabel* LSleepmode = nullptr;
     SleepMode& sleepMode() { return m_sleep; }
 
+    // Building, updating, priorities, deletion and quick search (TavoMP3PlayerMainPlaylistTools.cpp).
+    QPushButton* BUpdateList = nullptr;
+    QPushButton* BCreateList = nullptr;
+    PriorityFrame* Frame1 = nullptr;
+    QMenu* MenuPlaylist = nullptr;
+    PriorityMenu* MenuPlaylistSetPrio = nullptr;
+    QAction* MenuPlaylistID3 = nullptr;
+    PlaylistBuilder& builder() { return m_builder; }
+    PlaylistEntryEditor& entryEditor() { return m_editor; }
+    QuickSearch& quickSearch() { return m_search; }
+    // Opens the quick-search window with the typed character, without waiting for it.
+    TavoMP3QuickSearch* openQuickSearch(const QString& typed);
+
     // Switches the computer off (forced); used by the sleep mode and the second playlist's end.
     void ShutdownComputer();
 
@@ -137,6 +159,8 @@ private:
     void restoreWindow(bool focusList);
     QBoxLayout* buildSleepControls(QWidget* parent);
     void connectSleepControls();
+    void addPlaylistCommands(QWidget* parent, QVBoxLayout* commands);
+    void connectPlaylistTools();
     void connectHandlers();
     void writeSettingsOnClose();
     void buildUpdateMenus();
@@ -149,6 +173,10 @@ private:
     SleepMode m_sleep;
     TrayModule* m_tray = nullptr;
     TavoMP3Settings* m_settingsWindow = nullptr;
+    DiskFolderLister m_lister;
+    PlaylistBuilder m_builder;
+    PlaylistEntryEditor m_editor;
+    QuickSearch m_search;
     bool m_closing = false;
     UpdateCheckSchedule* m_updateSchedule = nullptr;
     QPointer<TavoMP3Update> m_updateWindow;

@@ -89,6 +89,7 @@ void TavoMP3PlayerMain::buildLayout() {
     BPLSave = commandButton(central, "BPLSave", QStringLiteral("Playliste speichern"), 129);
     commands->addWidget(BPLOpen);
     commands->addWidget(BPLSave);
+    addPlaylistCommands(central, commands);
     commands->addStretch(1);
     middle->addLayout(commands);
     outer->addLayout(middle, 1);

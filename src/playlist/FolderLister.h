@@ -1,0 +1,30 @@
+#pragma once
+
+#include "base/PathStyle.h"
+
+#include <QStringList>
+#include <optional>
+
+// The directory listing the music-folder walk reads: the visible entries of one folder, files and
+// sub-folders alike, without "." and "..". Hidden entries are left out (dot-names on Linux, the
+// hidden or system attribute on Windows), and the names come sorted case-insensitively with ties
+// in binary order, so that a playlist does not depend on the order the file system keeps.
+class FolderLister {
+public:
+    virtual ~FolderLister() = default;
+    virtual PathStyle style() const = 0;
+    virtual bool folderExists(const QString& folder) const = 0;
+    // Lists folder & separator; nullopt when that is not a readable folder (a file, a missing path).
+    virtual std::optional<QStringList> list(const QString& folder) const = 0;
+
+    // The listing order: case-insensitive, ties in binary order.
+    static void sortNames(QStringList& names);
+};
+
+// The real file system, in the native path style.
+class DiskFolderLister : public FolderLister {
+public:
+    PathStyle style() const override;
+    bool folderExists(const QString& folder) const override;
+    std::optional<QStringList> list(const QString& folder) const override;
+};
