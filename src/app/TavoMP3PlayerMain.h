@@ -24,7 +24,6 @@ class QFrame;
 class QLabel;
 class QListView;
 class QMenu;
-class QPlainTextEdit;
 class QPushButton;
 class QSlider;
 class TavoMP3Update;
