@@ -42,8 +42,8 @@ TavoMP3PlayerMain::TavoMP3PlayerMain(Services& services, QWidget* parent)
     buildUpdateMenus();
     connectHandlers();
     connectSleepControls();
-    connectUpdateHandlers();
     connectPlaylistTools();
+    connectUpdateHandlers(); // after the list's context menu exists
     AutomationIds::apply(this);
 }
 

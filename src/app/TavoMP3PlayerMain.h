@@ -26,6 +26,9 @@ class QListView;
 class QMenu;
 class QPushButton;
 class QSlider;
+class TavoMP3About;
+class TavoMP3ID3;
+class TavoMP3News;
 class TavoMP3Update;
 class UpdateCheckSchedule;
 class QVBoxLayout;
@@ -127,6 +130,16 @@ public:
     // The timed check: the hidden update window fetches the version list and asks before updating.
     void AutomaticUpdateCheck();
 
+    // News, about and ID3 windows (TavoMP3PlayerMainUpdate.cpp); each is created hidden on first
+    // use, so that colours can be applied before it is shown.
+    QAction* MenuNews = nullptr;
+    QAction* MenuAbout = nullptr;
+    TavoMP3News& newsWindow();
+    TavoMP3About& aboutWindow();
+    TavoMP3ID3& id3Window();
+    // Shows the ID3 window for the marked entry of the main list.
+    void MenuPlaylistID3Click();
+
     // Main current index of playlist 1 (the entry last started).
     qint32 PlaylistPosition = 0;
     QString UserMP3Directory;
@@ -179,4 +192,7 @@ private:
     bool m_closing = false;
     UpdateCheckSchedule* m_updateSchedule = nullptr;
     QPointer<TavoMP3Update> m_updateWindow;
+    QPointer<TavoMP3News> m_newsWindow;
+    QPointer<TavoMP3About> m_aboutWindow;
+    QPointer<TavoMP3ID3> m_id3Window;
 };
