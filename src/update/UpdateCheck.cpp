@@ -81,11 +81,13 @@ void UpdateCheck::onDownloadClosed() {
             break;
         case UpdaterDownload:
             line = 4;
+            restoreUpdaterPermissions();
             appendLog(QStringLiteral("Update-Programm wurde aktualisiert.") + crLf() + crLf() +
                       QStringLiteral("Automatisches Update erfolgreich abgeschlossen.") + crLf());
             break;
         case UpdaterAfterPlayer:
             line = 5;
+            restoreUpdaterPermissions();
             install();
             break;
         default:
@@ -172,8 +174,18 @@ void UpdateCheck::CheckVersionUpdate() {
             UpdateState = UpdaterDownload;
         else if (UpdateState == PlayerDownload)
             UpdateState = UpdaterAfterPlayer;
+        m_updaterPermissions = QFile::exists(m_config.updaterPath) ? QFile::permissions(m_config.updaterPath)
+                                                                   : QFileDevice::Permissions();
         startDownload(m_config.updaterAddress(), m_config.updaterPath, true);
     }
+}
+
+void UpdateCheck::restoreUpdaterPermissions() {
+    // The download replaced the file; the updater must stay a program the player can start.
+    const QFileDevice::Permissions program = QFileDevice::ReadOwner | QFileDevice::WriteOwner |
+                                             QFileDevice::ExeOwner | QFileDevice::ReadUser |
+                                             QFileDevice::WriteUser | QFileDevice::ExeUser;
+    QFile::setPermissions(m_config.updaterPath, m_updaterPermissions | program);
 }
 
 void UpdateCheck::install() {

@@ -4,6 +4,7 @@
 #include "update/SocketDownload.h"
 #include "update/UpdateConfig.h"
 
+#include <QFileDevice>
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -73,6 +74,7 @@ private:
     void onDownloadClosed();
     void onTimedOut();
     void install();
+    void restoreUpdaterPermissions();
     void startDownload(const QString& address, const QString& destination, bool withProgress);
 
     Services& m_services;
@@ -80,4 +82,5 @@ private:
     SocketDownload m_download;
     DownloadProgress m_progress;
     QString m_log;
+    QFileDevice::Permissions m_updaterPermissions;
 };

@@ -194,6 +194,7 @@ private slots:
         const UpdateConfig c = u.config();
         QCOMPARE(fileBytes(c.newPlayerFile()), newPlayer);
         QCOMPARE(fileBytes(c.updaterPath), newUpdater);
+        QVERIFY(QFile::permissions(c.updaterPath) & QFileDevice::ExeOwner); // the player can start it
         QCOMPARE(setting(QStringLiteral("Update"), QStringLiteral("PlayerPath")), c.ownPath());
         QCOMPARE(setting(QStringLiteral("Update"), QStringLiteral("PlayerPathUpdated")),
                  m_dir.filePath(QStringLiteral("TavoMP3Player.tmp")));
@@ -238,6 +239,7 @@ private slots:
             QStringLiteral("Update-Programm wurde aktualisiert.") + crlf + crlf +
             QStringLiteral("Automatisches Update erfolgreich abgeschlossen.") + crlf));
         QCOMPARE(fileBytes(u.config().updaterPath), QByteArray("updater"));
+        QVERIFY(QFile::permissions(u.config().updaterPath) & QFileDevice::ExeOwner);
         QVERIFY(!AppGlobals::StartUpdaterOnExit);
     }
 
