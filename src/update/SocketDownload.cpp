@@ -92,6 +92,8 @@ QByteArray SocketDownload::buildRequest(const QString& host, const QString& path
 
 void SocketDownload::DownloadFile(const QString& address, const QString& Destination,
                                   DownloadProgress* ProgressBarToUse) {
+    // A caller that skipped CloseDownload must not get the old connection's end reported.
+    closeSocketAndFile();
     QFile::remove(Destination); // a missing file is fine
     m_timeoutCount = 0;
     TimerTimeout->start();
@@ -101,8 +103,6 @@ void SocketDownload::DownloadFile(const QString& address, const QString& Destina
     const Target target = splitAddress(address);
     m_request = buildRequest(target.host, target.path);
 
-    if (m_file.isOpen())
-        m_file.close();
     m_file.setFileName(Destination);
     // A destination that cannot be written leaves the file closed; the time-out then ends the
     // attempt like any other failure.
@@ -111,7 +111,6 @@ void SocketDownload::DownloadFile(const QString& address, const QString& Destina
     m_headerText.clear();
     m_headerPending = true;
 
-    Winsock1->abort();
     Winsock1->connectToHost(target.connectHost, target.port);
 }
 

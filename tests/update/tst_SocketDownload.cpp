@@ -315,6 +315,22 @@ private slots:
         QCOMPARE(closed.count(), 0); // our own close is not the end of a download
     }
 
+    void newDownloadReplacesARunningOne() {
+        m_server->setReply(QStringLiteral("/silent"), LocalHttpServer::Reply{{}, 0, 0, true});
+        m_server->setBody(QStringLiteral("/second"), "second body");
+        SocketDownload d;
+        QSignalSpy closed(&d, &SocketDownload::downloadClosed);
+        d.DownloadFile(address(QStringLiteral("/silent")), m_dir.filePath(QStringLiteral("first.bin")),
+                       nullptr);
+        QVERIFY(QTest::qWaitFor([&] { return !m_server->requests.isEmpty(); }, 5000));
+        d.DownloadFile(address(QStringLiteral("/second")), dest(), nullptr);
+        QVERIFY(closed.wait(5000));
+        QTest::qWait(100);
+        QCOMPARE(closed.count(), 1); // the dropped connection is not reported as an end
+        QCOMPARE(fileBytes(dest()), QByteArray("second body"));
+        QCOMPARE(fileBytes(m_dir.filePath(QStringLiteral("first.bin"))), QByteArray());
+    }
+
     void progressTexts_data() {
         QTest::addColumn<qint64>("value");
         QTest::addColumn<qint64>("max");
