@@ -1,0 +1,99 @@
+"""The whole self-update with the real programs: the player, started from a temporary program folder,
+is told over the accessibility bus to open "Update" and press "Start". A local HTTP server on 127.0.0.1
+offers a newer player and updater. The player downloads both, closes, the updater swaps the program file
+and starts the new player."""
+import functools
+import http.server
+import os
+import shutil
+import subprocess
+import sys
+import tempfile
+import threading
+import time
+
+import pyatspi
+
+from atspi_main_window import find_app, press, wait_for, walk
+
+PLAYER, UPDATER = sys.argv[1], sys.argv[2]
+MARK = b"\0new build for the update test\0"
+
+
+def serve(folder):
+    handler = functools.partial(http.server.SimpleHTTPRequestHandler, directory=folder)
+    handler.log_message = lambda *args: None
+    server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), handler)
+    threading.Thread(target=server.serve_forever, daemon=True).start()
+    return server
+
+
+def running_from(path):
+    pids = []
+    for pid in filter(str.isdigit, os.listdir("/proc")):
+        try:
+            if os.readlink("/proc/%s/exe" % pid) == path:
+                pids.append(int(pid))
+        except OSError:
+            pass
+    return pids
+
+
+def main():
+    folder = tempfile.mkdtemp(prefix="tavo-update-")
+    program_dir = os.path.join(folder, "program")
+    downloads = os.path.join(folder, "www", "TavoMP3", "Downloads")
+    config = os.path.join(folder, "config")
+    for d in (program_dir, downloads, os.path.join(config, "TavoMP3Player")):
+        os.makedirs(d)
+    player = os.path.join(program_dir, "TavoMP3Player")
+    shutil.copy2(PLAYER, player)
+    shutil.copy2(UPDATER, os.path.join(program_dir, "TavoMP3Update"))
+    with open(PLAYER, "rb") as f:
+        new_player = f.read() + MARK  # bytes after the ELF image leave the program working
+    with open(os.path.join(downloads, "TavoMP3Player"), "wb") as f:
+        f.write(new_player)
+    shutil.copy2(UPDATER, os.path.join(downloads, "TavoMP3Update"))
+    with open(os.path.join(downloads, "Versions.txt"), "wb") as f:
+        f.write(b"TavoMP3Player: 99.0\r\nTavoMP3Update: 99\r\n")
+    server = serve(os.path.join(folder, "www"))
+
+    env = dict(os.environ, XDG_CONFIG_HOME=config, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
+               TAVOMP3_UPDATE_HOST="127.0.0.1:%d" % server.server_address[1],
+               TAVOMP3_POWEROFF_COMMAND="true", QT_QPA_PLATFORM="xcb")
+    program = subprocess.Popen([player], env=env)
+    failures = []
+    try:
+        app = wait_for("the program on the accessibility bus", find_app)
+        menu = wait_for("the Update menu entry", lambda: next(
+            (n for n in walk(app) if n.name == "Update" and n.getRoleName() == "menu item"), None))
+        press(menu)
+        start = wait_for("the Start button", lambda: next(
+            (n for n in walk(app) if n.name == "Start" and n.getRoleName() == "push button"), None))
+        press(start)
+        program.wait(60)  # the player closes itself after both downloads
+        wait_for("the new player file", lambda: open(player, "rb").read() == new_player, timeout=60)
+        if not os.access(player, os.X_OK):
+            failures.append("the new player lost its execute permission")
+        restarted = wait_for("the new player running", lambda: running_from(player), timeout=30)
+        print("restarted player:", restarted)
+        with open(os.path.join(config, "TavoMP3Player", "TavoMP3Player.ini")) as f:
+            ini = f.read()
+        if "PlayerToUpdate=0" not in ini:
+            failures.append("PlayerToUpdate not reset: " + ini)
+    except (AssertionError, subprocess.TimeoutExpired) as e:
+        failures.append(str(e))
+    finally:
+        if program.poll() is None:
+            program.kill()
+        for pid in running_from(player):
+            os.kill(pid, 15)
+        server.shutdown()
+        shutil.rmtree(folder, ignore_errors=True)
+    for f in failures:
+        print("FAIL:", f)
+    return 1 if failures else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
