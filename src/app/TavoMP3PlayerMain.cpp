@@ -40,6 +40,7 @@ TavoMP3PlayerMain::TavoMP3PlayerMain(Services& services, QWidget* parent)
     buildMenus();
     buildTrayMenu();
     buildUpdateMenus();
+    buildAppearance();
     connectHandlers();
     connectSleepControls();
     connectPlaylistTools();
@@ -98,11 +99,14 @@ void TavoMP3PlayerMain::load() {
             l->clear();
         m_sleep.clearLabel();
         m_sleep.SleepTimeChoice = FSleepmodeTime->currentText();
-
         line = 3;
         // The built-in frame reader replaces the optional classic library, so the bitrate
         // report and the diagram always stay visible.
         MP3InfoAvailable = true;
+
+        line = 6;
+        LoadActivePreset();
+        LoadBGImage(m_services.settings.GetSetting(kSettings, QStringLiteral("BGImagePath"), QString()));
 
         line = 7;
         SettingsStore& s = m_services.settings;
@@ -115,6 +119,7 @@ void TavoMP3PlayerMain::load() {
         m_playlists.DialogLastpath =
             s.GetSetting(kSettings, QStringLiteral("DialogLastpath"),
                          QDir::toNativeSeparators(QDir::homePath() + QLatin1Char('/')));
+        UpdateColors();
 
         line = 9;
         // An empty player path is accepted; only a never-configured one ("0") is incomplete.
@@ -190,15 +195,12 @@ void TavoMP3PlayerMain::closeEvent(QCloseEvent* event) {
 }
 
 TavoMP3Settings* TavoMP3PlayerMain::showSettingsWindow(const QString& hint) {
-    if (!m_settingsWindow) {
-        m_settingsWindow = new TavoMP3Settings(this);
-        AutomationIds::apply(m_settingsWindow);
-    }
-    m_settingsWindow->show();
-    m_settingsWindow->raise();
+    TavoMP3Settings* w = settingsWindow();
+    w->show();
+    w->raise();
     if (!hint.isEmpty())
-        m_settingsWindow->FStatus->setText(hint);
-    return m_settingsWindow;
+        w->FStatus->setText(hint);
+    return w;
 }
 
 void TavoMP3PlayerMain::FuncSetEnv() {

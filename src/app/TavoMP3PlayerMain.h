@@ -1,5 +1,7 @@
 #pragma once
 
+#include "appearance/ColorRoles.h"
+#include "appearance/SettingsWindowHost.h"
 #include "base/Services.h"
 #include "playlist/FolderLister.h"
 #include "playlist/PlaylistBuilder.h"
@@ -12,6 +14,7 @@
 #include <QMainWindow>
 #include <QPointer>
 
+class BackgroundPicture;
 class ClickLabel;
 class DirectoryField;
 class QAction;
@@ -38,7 +41,7 @@ class TavoMP3QuickSearch;
 
 // The program's main window. The playlists and other state live in core objects it owns; the
 // window builds the controls under their design names and forwards events to the core.
-class TavoMP3PlayerMain : public QMainWindow {
+class TavoMP3PlayerMain : public QMainWindow, public SettingsWindowHost {
     Q_OBJECT
 public:
     explicit TavoMP3PlayerMain(Services& services, QWidget* parent = nullptr);
@@ -151,12 +154,38 @@ public:
 
     // Opens the settings window (created on first use), with a hint in its status line.
     TavoMP3Settings* showSettingsWindow(const QString& hint = QString());
-    TavoMP3Settings* settingsWindow() const { return m_settingsWindow; }
     // True when step "settings incomplete" of the load sequence applied: no player, no playlist.
     bool SettingsIncomplete = false;
 
     // Re-reads the player path and the music directories after the settings were saved.
-    void FuncSetEnv();
+    void FuncSetEnv() override;
+
+    // Colour scheme, background picture and the settings window (TavoMP3PlayerMainColors.cpp).
+    QAction* MenuEinstellungen = nullptr;
+    void SetColorText(const Rgb& colour) override;
+    void SetColorBackground(const Rgb& colour) override;
+    void SetColorFieldText(const Rgb& colour) override;
+    void SetColorFieldBackground(const Rgb& colour) override;
+    void SetColorButtonText(const Rgb& colour) override;
+    void SetColorButtonBackground(const Rgb& colour) override;
+    void SetColorDisplayTextBright(const Rgb& colour) override;
+    void SetColorDisplayTextDark(const Rgb& colour) override;
+    void SetColorDisplayBackground(const Rgb& colour) override;
+    void UpdateColors();
+    void LoadBGImage(const QString& path) override;
+    void LoadActivePreset();
+    void setBrowsePath(const QString& directories) override;
+    void startPlayer(const QString& playerPath) override;
+    // The settings window, created unshown when it does not exist yet.
+    TavoMP3Settings* settingsWindow();
+    // Secondary windows that share the scheme register a function that creates them (unshown)
+    // when needed; every role operation then paints them too.
+    void addSchemeWindow(std::function<QWidget*()> ensureWindow);
+    const BackgroundPicture* backgroundPicture() const { return m_background; }
+    // Mode indicators (16-bit flags of the transport): bright when on, dark when off.
+    bool ShuffleOn = false;
+    bool RepeatOn = false;
+    bool AutoCueOn = false;
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -174,6 +203,8 @@ private:
     void addPlaylistCommands(QWidget* parent, QVBoxLayout* commands);
     void connectPlaylistTools();
     void connectHandlers();
+    void buildAppearance();
+    void paintSchemeWindows(ColorRoles::Id role, const Rgb& colour);
     void writeSettingsOnClose();
     void buildUpdateMenus();
     void connectUpdateHandlers();
@@ -184,7 +215,6 @@ private:
     PlaylistManager m_playlists;
     SleepMode m_sleep;
     TrayModule* m_tray = nullptr;
-    TavoMP3Settings* m_settingsWindow = nullptr;
     DiskFolderLister m_lister;
     PlaylistBuilder m_builder;
     PlaylistEntryEditor m_editor;
@@ -195,4 +225,7 @@ private:
     QPointer<TavoMP3News> m_newsWindow;
     QPointer<TavoMP3About> m_aboutWindow;
     QPointer<TavoMP3ID3> m_id3Window;
+    QPointer<TavoMP3Settings> m_settingsWindow;
+    BackgroundPicture* m_background = nullptr;
+    QList<std::function<QWidget*()>> m_schemeWindows;
 };

@@ -17,7 +17,8 @@ public:
         int filterIndex = 1;
         QString initialDir;
         QString defaultExt;
-        int flags = 0; // classic OFN_* flags; only informative for the Qt implementation
+        QString fileName; // proposed file, shown selected when the dialog opens
+        int flags = 0;    // classic OFN_* flags; only informative for the Qt implementation
     };
 
     virtual ~Dialogs() = default;

@@ -67,6 +67,8 @@ static QFileDialog* makeDialog(QWidget* parent, const Dialogs::FileRequest& requ
     auto* dialog =
         new QFileDialog(parent, request.title, request.initialDir, QtDialogs::qtFilter(request.filter));
     dialog->setDefaultSuffix(request.defaultExt);
+    if (!request.fileName.isEmpty())
+        dialog->selectFile(request.fileName);
     const QStringList filters = dialog->nameFilters();
     if (request.filterIndex >= 1 && request.filterIndex <= filters.size())
         dialog->selectNameFilter(filters.at(request.filterIndex - 1));

@@ -1,0 +1,120 @@
+// Table rows read better as plain literals; the product code keeps the strict conversions.
+#undef QT_NO_CAST_FROM_ASCII
+
+#include "appearance/ColorRoles.h"
+#include "appearance/ColorScheme.h"
+#include "appearance/Rgb.h"
+#include "base/RuntimeError.h"
+
+#include <QTest>
+
+// The stored colour text, the roles and the working scheme's component texts.
+class tst_ColorScheme : public QObject {
+    Q_OBJECT
+private slots:
+    void rolesKeepTheirOrderKeysAndBothDefaults() {
+        const auto& roles = ColorRoles::all();
+        QStringList keys;
+        for (const auto& r : roles)
+            keys.append(r.key);
+        QCOMPARE(keys, (QStringList{"Text", "Background", "FieldText", "FieldBackground", "ButtonText",
+                                    "ButtonBackground", "DisplayTextBright", "DisplayTextDark",
+                                    "DisplayBackground"}));
+        QCOMPARE(roles[ColorRoles::DisplayTextBright].caption, QStringLiteral("Display Text hell"));
+        // The two default columns differ on purpose.
+        QCOMPARE(roles[ColorRoles::DisplayTextBright].builtIn, QStringLiteral("000 160 000"));
+        QCOMPARE(roles[ColorRoles::DisplayTextBright].absentDefault, QStringLiteral("000 192 000"));
+        QCOMPARE(roles[ColorRoles::Background].builtIn, QStringLiteral("038 038 038"));
+        QCOMPARE(roles[ColorRoles::Background].absentDefault, QStringLiteral("128 128 128"));
+        QCOMPARE(ColorRoles::indexOfCaption(QStringLiteral("Feld Hintergrund")),
+                 int(ColorRoles::FieldBackground));
+        QCOMPARE(ColorRoles::indexOfCaption(QStringLiteral("feld hintergrund")), -1);
+    }
+
+    void splitByPosition_data() {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QStringList>("pieces");
+        QTest::newRow("padded") << "200 200 000" << QStringList{"200", "200", "000"};
+        QTest::newRow("unpadded digits") << "7 8 9" << QStringList{"7 8", "9", ""};
+        QTest::newRow("short") << "12" << QStringList{"12", "", ""};
+        QTest::newRow("longer than eleven") << "001 002 003 004" << QStringList{"001", "002", "003"};
+        QTest::newRow("no blanks") << "123456789ab" << QStringList{"123", "567", "9ab"};
+        QTest::newRow("empty") << "" << QStringList{"", "", ""};
+    }
+    void splitByPosition() {
+        QFETCH(QString, text);
+        QFETCH(QStringList, pieces);
+        const auto split = ColorScheme::splitColourText(text);
+        QCOMPARE((QStringList{split[0], split[1], split[2]}), pieces);
+    }
+
+    void componentTextsBecomeColours_data() {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("fails");
+        QTest::addColumn<int>("red");
+        QTest::addColumn<int>("green");
+        QTest::addColumn<int>("blue");
+        QTest::newRow("built-in text") << "200 200 000" << false << 200 << 200 << 0;
+        QTest::newRow("above 255 counts as 255") << "999 256 255" << false << 255 << 255 << 255;
+        QTest::newRow("unpadded fails on conversion") << "7 8 9" << true << 0 << 0 << 0;
+        QTest::newRow("letters fail") << "abc 000 000" << true << 0 << 0 << 0;
+        QTest::newRow("missing blue fails") << "001 002" << true << 0 << 0 << 0;
+    }
+    void componentTextsBecomeColours() {
+        QFETCH(QString, text);
+        QFETCH(bool, fails);
+        ColorScheme scheme;
+        scheme.setColourText(ColorRoles::Text, text);
+        try {
+            const Rgb rgb = scheme.rgb(ColorRoles::Text);
+            QVERIFY2(!fails, "conversion should have failed");
+            QFETCH(int, red);
+            QFETCH(int, green);
+            QFETCH(int, blue);
+            QCOMPARE(rgb, (Rgb{red, green, blue}));
+        } catch (const RuntimeError& e) {
+            QVERIFY2(fails, qPrintable(e.description()));
+            QCOMPARE(e.number(), int(RuntimeError::TypeMismatch));
+        }
+    }
+
+    void negativeComponentIsAnInvalidCall() { QVERIFY_THROWS_EXCEPTION(RuntimeError, Rgb::make(-1, 0, 0)); }
+
+    void packedFormIsBlueGreenRed() {
+        QCOMPARE(Rgb::fromPacked(0xC000), (Rgb{0, 192, 0}));
+        QCOMPARE((Rgb{1, 2, 3}).packed(), quint32(0x030201));
+    }
+
+    void storedFormIsPaddedAndJoined_data() {
+        QTest::addColumn<QStringList>("components");
+        QTest::addColumn<QString>("stored");
+        QTest::newRow("slider values") << QStringList{"7", "64", "255"} << "007 064 255";
+        QTest::newRow("already padded") << QStringList{"000", "038", "200"} << "000 038 200";
+        QTest::newRow("not a number stays") << QStringList{"7 8", "9", "1"} << "7 8 009 001";
+    }
+    void storedFormIsPaddedAndJoined() {
+        QFETCH(QStringList, components);
+        QFETCH(QString, stored);
+        ColorScheme scheme;
+        for (int c = 0; c < 3; ++c)
+            scheme.setComponent(ColorRoles::ButtonText, ColorScheme::Component(c), components[c]);
+        QCOMPARE(scheme.colourText(ColorRoles::ButtonText), stored);
+    }
+
+    void valueDumpHasOneLinePerComponent() {
+        const QStringList lines = ColorScheme::builtIn().valueLines();
+        QCOMPARE(lines.size(), 27);
+        QCOMPARE(lines.first(), QStringLiteral("TextRed = 200"));
+        QCOMPARE(lines.at(5), QStringLiteral("BackgroundBlue = 038"));
+        QCOMPARE(lines.last(), QStringLiteral("DisplayBackgroundBlue = 000"));
+    }
+
+    void componentNames() {
+        QCOMPARE(ColorScheme::componentOf(QStringLiteral("Green")), int(ColorScheme::Green));
+        QCOMPARE(ColorScheme::componentOf(QStringLiteral("green")), -1);
+        QCOMPARE(ColorScheme::componentOf(QStringLiteral("Alpha")), -1);
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_ColorScheme)
+#include "tst_ColorScheme.moc"
