@@ -28,6 +28,8 @@ struct Frame {
     QByteArray header() const;
     // Header and a zeroed body.
     QByteArray bytes() const;
+    // The frame a valid (not free-format) header describes, for checking files of real encoders.
+    static Frame fromHeader(const QByteArray& header);
 };
 
 // Frames of one constant bit rate, padded the way encoders spread the fractional byte, so that
