@@ -15,3 +15,7 @@ RuntimeError RuntimeError::typeMismatch() {
 RuntimeError RuntimeError::invalidCall() {
     return {InvalidCall, QStringLiteral("Ungültiger Prozeduraufruf oder ungültiges Argument")};
 }
+
+RuntimeError RuntimeError::subscriptOutOfRange() {
+    return {SubscriptOutOfRange, QStringLiteral("Index außerhalb des gültigen Bereichs")};
+}

@@ -11,6 +11,7 @@ public:
     enum Number {
         InvalidCall = 5,
         Overflow = 6,
+        SubscriptOutOfRange = 9,
         TypeMismatch = 13,
         BadFileName = 52,
         FileNotFound = 53,
@@ -29,6 +30,7 @@ public:
     static RuntimeError overflow();
     static RuntimeError typeMismatch();
     static RuntimeError invalidCall();
+    static RuntimeError subscriptOutOfRange();
 
 private:
     int m_number;

@@ -9,8 +9,6 @@
 
 namespace PlaylistFile {
 
-namespace {
-
 RuntimeError openError(const QString& file, bool forWriting) {
     const QFileInfo info(file);
     if (file.isEmpty())
@@ -25,8 +23,6 @@ RuntimeError openError(const QString& file, bool forWriting) {
         return {RuntimeError::PermissionDenied, QStringLiteral("Zugriff verweigert")};
     return {RuntimeError::PathFileAccess, QStringLiteral("Fehler beim Zugriff auf Pfad/Datei")};
 }
-
-} // namespace
 
 QString FuncCheckFile(const QString& file, int mode) {
     Q_UNUSED(mode); // only ever opened for reading

@@ -1,0 +1,52 @@
+#include "reports/PriorityReport.h"
+
+#include "base/Checked.h"
+#include "base/Clock.h"
+#include "base/Dialogs.h"
+#include "base/NumberText.h"
+#include "base/RuntimeError.h"
+#include "base/StatusLine.h"
+#include "reports/ReportFile.h"
+
+PriorityReport::PriorityReport(Services& services, QString reportPath)
+    : m_services(services), m_path(reportPath.isEmpty() ? ReportFile::priorityReportPath() : reportPath) {
+}
+
+QString PriorityReport::questionText() const {
+    return QStringLiteral("Die Liedprioritätsreport wird unter ") + m_path +
+           QStringLiteral(" abgespeichert.") + QStringLiteral("\r\r") +
+           QStringLiteral("Wollen Sie fortfahren?");
+}
+
+void PriorityReport::Run(const QStringList& lines, const ProgressDisplay& showProgress, int& line) {
+    line = 1;
+    if (m_services.dialogs.message(questionText(), QString(), Dialogs::Buttons::YesNoCancel) !=
+        Dialogs::Answer::Yes)
+        return;
+    line = 2;
+    const float start = float(m_services.clock.secondsOfDay());
+    line = 3;
+    ReportFile report(m_path);
+    line = 4;
+    // The counter is 16-bit: a longer list overflows before the first entry, a list of exactly
+    // 32768 entries when the counter steps past its last.
+    const qint16 last = Checked::toInt16(lines.size() - 1);
+    for (qint16 i = 0; i <= last; i = Checked::toInt16(qint64(i) + 1)) {
+        const QString& entry = lines.at(i);
+        if (entry.size() < 2)
+            throw RuntimeError::invalidCall();
+        const QString song = entry.left(entry.size() - 2);
+        const QString priority = entry.right(1);
+        if (Checked::textToInt16(priority) < 4)
+            report.WriteLine(song + QStringLiteral(" - ") + priority);
+        if (showProgress)
+            showProgress(QString::number(i) + QLatin1Char('/') + QString::number(last));
+    }
+    line = 5;
+    report.Close();
+    line = 6;
+    const float elapsed = float(m_services.clock.secondsOfDay()) - start;
+    m_services.status.setText(QStringLiteral("MP3Prio Report fertig. Benötigte Zeit: ") +
+                              NumberText::localeText(NumberText::roundHalfEven(double(elapsed), 2)) +
+                              QStringLiteral(" s"));
+}
