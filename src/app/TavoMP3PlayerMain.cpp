@@ -45,6 +45,7 @@ TavoMP3PlayerMain::TavoMP3PlayerMain(Services& services, QWidget* parent)
     connectSleepControls();
     connectPlaylistTools();
     connectUpdateHandlers(); // after the list's context menu exists
+    connectReports();
     AutomationIds::apply(this);
 }
 

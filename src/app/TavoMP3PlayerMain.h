@@ -38,6 +38,7 @@ class QVBoxLayout;
 class PriorityFrame;
 class PriorityMenu;
 class TavoMP3QuickSearch;
+class TavoxMiniDiagram;
 
 // The program's main window. The playlists and other state live in core objects it owns; the
 // window builds the controls under their design names and forwards events to the core.
@@ -132,6 +133,17 @@ public:
     TavoMP3Update& updateWindow();
     // The timed check: the hidden update window fetches the version list and asks before updating.
     void AutomaticUpdateCheck();
+    // Reports and the bit-rate histogram of the clicked song.
+    QPushButton* BReportPrio = nullptr;
+    QPushButton* BReportBitrate = nullptr;
+    TavoxMiniDiagram* TavoxMiniDiagram1 = nullptr;
+    // The MP3 information call is built in, so it is always there.
+    bool MP3InfoAvailable = true;
+    void BReportBitrate_Click();
+    void BReportPrio_Click();
+    // Report files; tests point them elsewhere (empty = the platform's report path).
+    QString BitrateReportPath;
+    QString PriorityReportPath;
 
     // News, about and ID3 windows (TavoMP3PlayerMainUpdate.cpp); each is created hidden on first
     // use, so that colours can be applied before it is shown.
@@ -202,6 +214,10 @@ private:
     void connectSleepControls();
     void addPlaylistCommands(QWidget* parent, QVBoxLayout* commands);
     void connectPlaylistTools();
+    QBoxLayout* buildReportButtons(QWidget* parent);
+    QWidget* buildMiniDiagram(QWidget* parent);
+    void connectReports();
+    void showSongHistogram(int row);
     void connectHandlers();
     void buildAppearance();
     void paintSchemeWindows(ColorRoles::Id role, const Rgb& colour);

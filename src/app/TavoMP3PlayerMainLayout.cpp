@@ -69,6 +69,7 @@ void TavoMP3PlayerMain::buildLayout() {
     display->addWidget(lblShuffle, 1, 5);
     display->addWidget(FTest, 2, 0, 1, 3);
     display->addWidget(FTest2, 2, 3, 1, 3);
+    display->addWidget(buildMiniDiagram(Picture1), 0, 6, 3, 1, Qt::AlignRight | Qt::AlignVCenter);
     display->setColumnStretch(0, 2);
     outer->addWidget(Picture1);
 
@@ -91,6 +92,7 @@ void TavoMP3PlayerMain::buildLayout() {
     commands->addWidget(BPLSave);
     addPlaylistCommands(central, commands);
     commands->addStretch(1);
+    commands->addLayout(buildReportButtons(central));
     middle->addLayout(commands);
     outer->addLayout(middle, 1);
 

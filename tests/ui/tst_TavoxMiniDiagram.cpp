@@ -1,0 +1,169 @@
+// The mini diagram: bar lengths from a histogram, colours, and the picture it paints.
+#include "ui/TavoxMiniDiagram.h"
+
+#include <QImage>
+#include <QLabel>
+#include <QTest>
+
+namespace {
+
+using Histogram = std::array<qint32, 16>;
+using Ends = QList<int>; // X2 of xLine(1..14) in twips
+
+Histogram histogram(std::initializer_list<std::pair<int, qint32>> counts) {
+    Histogram h{};
+    for (const auto& [index, count] : counts)
+        h[size_t(index)] = count;
+    return h;
+}
+
+Ends ends(const TavoxMiniDiagram& d) {
+    Ends e;
+    for (int i = 1; i <= 14; ++i)
+        e << d.lineEnd(i);
+    return e;
+}
+
+Ends stubsWith(std::initializer_list<std::pair<int, int>> bars) {
+    Ends e(14, 380);
+    for (const auto& [index, end] : bars)
+        e[index - 1] = end;
+    return e;
+}
+
+// The classic colour number of an RGB colour (red in the low byte).
+float colorNumber(int r, int g, int b) {
+    return float(r + 256 * g + 65536 * b);
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Histogram)
+
+class TestTavoxMiniDiagram : public QObject {
+    Q_OBJECT
+private slots:
+    void barsScaleToTheLargestClass_data() {
+        QTest::addColumn<Histogram>("counts");
+        QTest::addColumn<Ends>("expected");
+        QTest::newRow("constant bit rate: one full bar") << histogram({{9, 6000}}) << stubsWith({{9, 1320}});
+        QTest::newRow("half and quarter")
+            << histogram({{14, 40}, {7, 20}, {1, 10}}) << stubsWith({{14, 1320}, {7, 850}, {1, 615}});
+        // 1 x 940 / 8 = 117.5 -> 118 (even); 3 x 940 / 8 = 352.5 -> 352 (even).
+        QTest::newRow("halves to even")
+            << histogram({{2, 8}, {3, 1}, {4, 3}}) << stubsWith({{2, 1320}, {3, 498}, {4, 732}});
+        QTest::newRow("classes 0 and 15 are not drawn and do not scale")
+            << histogram({{0, 1000}, {15, 1000}, {5, 2}}) << stubsWith({{5, 1320}});
+        QTest::newRow("every class") << histogram({{1, 1},
+                                                   {2, 1},
+                                                   {3, 1},
+                                                   {4, 1},
+                                                   {5, 1},
+                                                   {6, 1},
+                                                   {7, 1},
+                                                   {8, 1},
+                                                   {9, 1},
+                                                   {10, 1},
+                                                   {11, 1},
+                                                   {12, 1},
+                                                   {13, 1},
+                                                   {14, 1}})
+                                     << Ends(14, 1320);
+    }
+    void barsScaleToTheLargestClass() {
+        QFETCH(Histogram, counts);
+        QFETCH(Ends, expected);
+        TavoxMiniDiagram d;
+        QCOMPARE(ends(d), Ends(14, 380));
+        d.SetMiniDiagram(counts);
+        QCOMPARE(ends(d), expected);
+    }
+
+    void emptyClassesLeaveTheDiagramAlone_data() {
+        QTest::addColumn<Histogram>("counts");
+        QTest::newRow("all zero") << Histogram{};
+        QTest::newRow("only classes 0 and 15") << histogram({{0, 500}, {15, 3}});
+        QTest::newRow("negative counts") << histogram({{3, -5}});
+    }
+    void emptyClassesLeaveTheDiagramAlone() {
+        QFETCH(Histogram, counts);
+        TavoxMiniDiagram d;
+        d.SetMiniDiagram(histogram({{9, 10}, {10, 5}}));
+        const Ends before = ends(d);
+        d.SetMiniDiagram(counts);
+        QCOMPARE(ends(d), before);
+        QCOMPARE(before, stubsWith({{9, 1320}, {10, 850}}));
+    }
+
+    void linesFallWithTheirIndex() {
+        QCOMPARE(TavoxMiniDiagram::lineY(1), 890);
+        QCOMPARE(TavoxMiniDiagram::lineY(2), 830);
+        QCOMPARE(TavoxMiniDiagram::lineY(14), 110);
+    }
+
+    void axisLabels() {
+        TavoxMiniDiagram d;
+        const QStringList names{QStringLiteral("Label1"), QStringLiteral("Label2"), QStringLiteral("Label3"),
+                                QStringLiteral("Label4"), QStringLiteral("Label5")};
+        const QStringList texts{QStringLiteral("32"), QStringLiteral("64"), QStringLiteral("112"),
+                                QStringLiteral("192"), QStringLiteral("320")};
+        for (int i = 0; i < 5; ++i) {
+            auto* label = d.findChild<QLabel*>(names.at(i));
+            QVERIFY(label);
+            QCOMPARE(label->text(), texts.at(i));
+            QCOMPARE(label->font().family(), QStringLiteral("Arial"));
+        }
+        // "320" sits above "32": the higher classes are nearer the top.
+        QVERIFY(d.findChild<QLabel*>(names.at(4))->y() < d.findChild<QLabel*>(names.at(0))->y());
+    }
+
+    void colours_data() {
+        QTest::addColumn<float>("number");
+        QTest::addColumn<QColor>("color");
+        QTest::newRow("red") << colorNumber(255, 0, 0) << QColor(255, 0, 0);
+        QTest::newRow("blue") << colorNumber(0, 0, 255) << QColor(0, 0, 255);
+        QTest::newRow("mixed") << colorNumber(12, 200, 99) << QColor(12, 200, 99);
+        // Single precision is rounded to a whole colour number, halves to even.
+        QTest::newRow("fraction rounds up") << 255.75f << QColor(0, 1, 0);
+        QTest::newRow("half rounds to even") << 254.5f << QColor(254, 0, 0);
+    }
+    void colours() {
+        QFETCH(float, number);
+        QFETCH(QColor, color);
+        TavoxMiniDiagram d;
+        d.SetTextColor(number);
+        QCOMPARE(d.textColor(), color);
+        for (QLabel* label : d.findChildren<QLabel*>())
+            QCOMPARE(label->palette().color(QPalette::WindowText), color);
+        d.SetBackgroundColor(number);
+        QCOMPARE(d.backgroundColor(), color);
+    }
+
+    void paintsBarsInTheTextColour() {
+        TavoxMiniDiagram d;
+        d.SetTextColor(colorNumber(255, 255, 0));
+        d.SetBackgroundColor(colorNumber(0, 0, 64));
+        // A VBR song: most frames at 128-192 kbit/s, some lower and higher.
+        d.SetMiniDiagram(histogram({{5, 40},
+                                    {6, 90},
+                                    {7, 200},
+                                    {8, 380},
+                                    {9, 520},
+                                    {10, 610},
+                                    {11, 300},
+                                    {12, 120},
+                                    {13, 45},
+                                    {14, 12}}));
+        const QImage image = d.grab().toImage();
+        if (!qEnvironmentVariableIsEmpty("TAVO_SCREENSHOT_DIR"))
+            image.save(qEnvironmentVariable("TAVO_SCREENSHOT_DIR") + QStringLiteral("/TavoxMiniDiagram.png"));
+        auto at = [&image](int xTwips, int yTwips) { return image.pixelColor(xTwips / 15, yTwips / 15); };
+        QCOMPARE(at(1300, TavoxMiniDiagram::lineY(10)), QColor(255, 255, 0)); // the full bar
+        QCOMPARE(at(1300, TavoxMiniDiagram::lineY(14)), QColor(0, 0, 64));    // short bar ends early
+        QCOMPARE(at(366, TavoxMiniDiagram::lineY(1)), QColor(255, 255, 0));   // the stub of an empty class
+        QCOMPARE(at(700, TavoxMiniDiagram::lineY(1)), QColor(0, 0, 64));
+    }
+};
+
+QTEST_MAIN(TestTavoxMiniDiagram)
+#include "tst_TavoxMiniDiagram.moc"
