@@ -133,12 +133,11 @@ public:
     TavoMP3Update& updateWindow();
     // The timed check: the hidden update window fetches the version list and asks before updating.
     void AutomaticUpdateCheck();
+
     // Reports and the bit-rate histogram of the clicked song.
     QPushButton* BReportPrio = nullptr;
     QPushButton* BReportBitrate = nullptr;
     TavoxMiniDiagram* TavoxMiniDiagram1 = nullptr;
-    // The MP3 information call is built in, so it is always there.
-    bool MP3InfoAvailable = true;
     void BReportBitrate_Click();
     void BReportPrio_Click();
     // Report files; tests point them elsewhere (empty = the platform's report path).

@@ -24,6 +24,10 @@ class tst_MainWindowReports : public QObject {
         const QString file = m_dir.filePath(QStringLiteral("liste.txt"));
         PlaylistFile::writeLines(file, lines);
         t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("PlaylistFile"), file);
+        // Without a player path and music folders start-up would only open the settings window.
+        t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("WinampPath"),
+                               QStringLiteral("/usr/bin/mpv"));
+        t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("UserMP3Directory"), m_dir.path());
         w.BitrateReportPath = m_dir.filePath(QStringLiteral("MP3Info.txt"));
         w.PriorityReportPath = m_dir.filePath(QStringLiteral("MP3Prio.txt"));
         w.load();
