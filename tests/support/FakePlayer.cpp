@@ -1,0 +1,190 @@
+#include "support/FakePlayer.h"
+
+#include "base/Checked.h"
+
+#include <QFileInfo>
+
+QList<qint32> FakePlayer::commands() const {
+    QList<qint32> ids;
+    for (const QString& c : calls)
+        if (c.startsWith(QLatin1String("Command ")))
+            ids << c.mid(8).toInt();
+    return ids;
+}
+
+QStringList FakePlayer::playedFiles() const {
+    QStringList files;
+    for (const QString& c : calls)
+        if (c.startsWith(QLatin1String("PlayFile ")))
+            files << c.mid(9);
+    return files;
+}
+
+int FakePlayer::currentLengthSeconds() const {
+    if (current < 0 || current >= list.size())
+        return -1;
+    return lengthSeconds.value(list.at(current), defaultLengthSeconds);
+}
+
+void FakePlayer::advance(qint64 ms) {
+    while (ms > 0 && status == Playing && running) {
+        const qint64 remaining = qint64(currentLengthSeconds()) * 1000 - positionMs;
+        if (ms < remaining) {
+            positionMs += ms;
+            return;
+        }
+        ms -= remaining;
+        positionMs = 0;
+        if (current + 1 < list.size())
+            ++current;
+        else
+            status = Stopped;
+    }
+}
+
+void FakePlayer::finishSong() {
+    if (status == Playing)
+        advance(qint64(currentLengthSeconds()) * 1000 - positionMs);
+}
+
+void FakePlayer::throwIfFailing() {
+    if (failNext) {
+        const RuntimeError e = *failNext;
+        failNext.reset();
+        throw e;
+    }
+}
+
+void FakePlayer::StartWinamp(const QString& path) {
+    calls << QStringLiteral("StartWinamp ") + path;
+    ++startCount;
+    startedPath = path;
+    running = true;
+}
+
+qint32 FakePlayer::WinampSetVolume(quint8 v) {
+    calls << QStringLiteral("SetVolume %1").arg(v);
+    try {
+        throwIfFailing();
+    } catch (const RuntimeError& e) {
+        ReportWinampError(e.description(), e.number());
+        return 0;
+    }
+    if (!running)
+        return 0;
+    volume = v;
+    return 0;
+}
+
+qint32 FakePlayer::WinampJumpToTime(qint32 seconds, qint32 milliseconds) {
+    const qint32 ms = Checked::toInt32(qint64(Checked::toInt32(qint64(seconds) * 1000)) + milliseconds);
+    calls << QStringLiteral("JumpToTime %1").arg(ms);
+    throwIfFailing();
+    if (!running)
+        return 0;
+    if (status == Stopped)
+        return -1;
+    if (qint64(ms) > qint64(currentLengthSeconds()) * 1000)
+        return 1;
+    positionMs = ms;
+    return 0;
+}
+
+void FakePlayer::WinampPlayFile(const QString& path) {
+    calls << QStringLiteral("PlayFile ") + path;
+    throwIfFailing();
+    if (running)
+        list << path;
+}
+
+void FakePlayer::WinampCommand(qint32 commandId) {
+    calls << QStringLiteral("Command %1").arg(commandId);
+    try {
+        throwIfFailing();
+    } catch (const RuntimeError& e) {
+        ReportWinampError(e.description(), e.number());
+        return;
+    }
+    if (!running)
+        return;
+    switch (commandId) {
+    case CloseCommand:
+        running = false;
+        status = Stopped;
+        break;
+    case PlayCommand:
+        if (current >= 0 && current < list.size()) {
+            status = Playing;
+            positionMs = 0;
+        }
+        break;
+    case PauseCommand:
+        if (status == Playing)
+            status = Paused;
+        else if (status == Paused)
+            status = Playing;
+        break;
+    case StopCommand:
+        status = Stopped;
+        positionMs = 0;
+        break;
+    case JumpToLastCommand:
+        current = int(list.size()) - 1;
+        break;
+    default:
+        break;
+    }
+}
+
+QVariant FakePlayer::WinampGetInfo(quint8 code) {
+    if (running)
+        ++discardedStatusQueries;
+    calls << QStringLiteral("GetInfo %1").arg(code);
+    try {
+        throwIfFailing();
+    } catch (const RuntimeError& e) {
+        ReportWinampError(e.description(), e.number());
+        return QVariant();
+    }
+    if (code == 5 || code == 7 || code > InfoTitle)
+        return QVariant();
+    if (code == InfoTitle)
+        return running && current >= 0 && current < list.size()
+                   ? QFileInfo(list.at(current)).completeBaseName()
+                   : QString();
+    if (!running)
+        return qint32(0);
+    return answer(code);
+}
+
+qint32 FakePlayer::answer(quint8 code) {
+    const bool loaded = status != Stopped && current >= 0 && current < list.size();
+    switch (code) {
+    case InfoVersion:
+        return 0x2095;
+    case InfoClearList:
+        list.clear();
+        current = -1;
+        status = Stopped;
+        return 1;
+    case InfoStatus:
+        return status;
+    case InfoLength:
+        return loaded ? currentLengthSeconds() : -1;
+    case InfoPosition:
+        return loaded ? qint32(positionMs) : -1;
+    case InfoWritePlaylist:
+    case InfoListPos:
+        return current;
+    case InfoListLength:
+        return qint32(list.size());
+    case InfoSampleRate:
+        return loaded ? sampleRateKhz : 0;
+    case InfoBitrate:
+        return loaded ? bitrateKbps : 0;
+    case InfoCode12:
+        return loaded ? 2 : 0;
+    default:
+        return 0;
+    }
+}
