@@ -23,16 +23,16 @@ public:
     enum InfoCode : quint8 {
         InfoVersion = 0,
         InfoClearList = 1,
-        InfoStatus = 2,     // 0 stopped, 1 playing, 3 paused
-        InfoLength = 3,     // seconds, -1 if none
-        InfoPosition = 4,   // milliseconds
+        InfoStatus = 2,   // 0 stopped, 1 playing, 3 paused
+        InfoLength = 3,   // seconds, -1 if none
+        InfoPosition = 4, // milliseconds
         InfoWritePlaylist = 6,
         InfoListLength = 8,
         InfoListPos = 9,
         InfoSampleRate = 10, // kHz
         InfoBitrate = 11,    // kbps
         InfoCode12 = 12,
-        InfoTitle = 13,      // parsed song title (text)
+        InfoTitle = 13, // parsed song title (text)
     };
 
     explicit PlayerLink(StatusLine& status, QObject* parent = nullptr) : QObject(parent), m_status(status) {}
