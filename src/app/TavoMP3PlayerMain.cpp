@@ -10,6 +10,7 @@
 #include "base/ErrorReport.h"
 #include "base/SettingsStore.h"
 #include "base/StatusLine.h"
+#include "ui/SkinControl.h"
 #include "update/UpdateCheckSchedule.h"
 
 #include <QAction>
@@ -153,6 +154,8 @@ void TavoMP3PlayerMain::load() {
         m_services.status.setText(lastLoad);
         show();
         FPlaylist->setFocus();
+        line = 17;
+        SetupSkins();
     });
 }
 

@@ -28,6 +28,7 @@ class QLabel;
 class QListView;
 class QMenu;
 class QPushButton;
+class SkinControl;
 class QSlider;
 class TavoMP3About;
 class TavoMP3ID3;
@@ -62,8 +63,8 @@ public:
     QLabel* Label1 = nullptr;
     QLabel* FActPlaylist = nullptr;
     QLabel* Version = nullptr;
-    QPushButton* BPLOpen = nullptr;
-    QPushButton* BPLSave = nullptr;
+    SkinControl* BPLOpen = nullptr;
+    SkinControl* BPLSave = nullptr;
     QLabel* Label2 = nullptr;
     DirectoryField* FBrowsePath = nullptr;
 
@@ -109,8 +110,8 @@ public:
     SleepMode& sleepMode() { return m_sleep; }
 
     // Building, updating, priorities, deletion and quick search (TavoMP3PlayerMainPlaylistTools.cpp).
-    QPushButton* BUpdateList = nullptr;
-    QPushButton* BCreateList = nullptr;
+    SkinControl* BUpdateList = nullptr;
+    SkinControl* BCreateList = nullptr;
     PriorityFrame* Frame1 = nullptr;
     QMenu* MenuPlaylist = nullptr;
     PriorityMenu* MenuPlaylistSetPrio = nullptr;
@@ -193,6 +194,14 @@ public:
     // when needed; every role operation then paints them too.
     void addSchemeWindow(std::function<QWidget*()> ensureWindow);
     const BackgroundPicture* backgroundPicture() const { return m_background; }
+    // Skin buttons (TavoMP3PlayerMainSkins.cpp): the four face bitmaps beside the program, given to
+    // every skin button of the window at the end of the load.
+    QString SkinWide, SkinWideOver, SkinNarrow, SkinNarrowOver;
+    void SetupSkins();
+    // The buttons do not notice the mouse leaving; moves over the window's own area reset them.
+    void ResetSkinHover();
+    // Faces, captions and scheme colours of a freshly opened quick search.
+    void dressQuickSearch(TavoMP3QuickSearch* window);
     // Mode indicators (16-bit flags of the transport): bright when on, dark when off.
     bool ShuffleOn = false;
     bool RepeatOn = false;

@@ -1,6 +1,7 @@
 // Building the main window's controls. Behaviour lives in TavoMP3PlayerMain.cpp.
 #include "app/TavoMP3PlayerMain.h"
 #include "ui/DirectoryField.h"
+#include "ui/SkinControl.h"
 
 #include <QAction>
 #include <QGridLayout>
@@ -23,8 +24,8 @@ QLabel* displayLabel(QWidget* parent, const char* name, const QString& text = QS
     return named(new QLabel(text, parent), name);
 }
 
-QPushButton* commandButton(QWidget* parent, const char* name, const QString& caption, int width) {
-    auto* b = named(new QPushButton(caption, parent), name);
+SkinControl* commandButton(QWidget* parent, const char* name, const QString& caption, int width) {
+    auto* b = named(new SkinControl(caption, parent), name);
     b->setMinimumWidth(width);
     b->setMinimumHeight(24);
     return b;

@@ -8,6 +8,7 @@
 #include "playlist/widgets/TavoMP3QuickSearch.h"
 #include "ui/AutomationIds.h"
 #include "ui/DirectoryField.h"
+#include "ui/SkinControl.h"
 
 #include <QAction>
 #include <QHBoxLayout>
@@ -19,7 +20,7 @@
 
 void TavoMP3PlayerMain::addPlaylistCommands(QWidget* parent, QVBoxLayout* commands) {
     auto button = [parent](const char* name, const QString& caption) {
-        auto* b = new QPushButton(caption, parent);
+        auto* b = new SkinControl(caption, parent);
         b->setObjectName(QLatin1String(name));
         b->setMinimumSize(129, 24);
         return b;
@@ -44,6 +45,7 @@ TavoMP3QuickSearch* TavoMP3PlayerMain::openQuickSearch(const QString& typed) {
                 FPlaylist->setFocus(); // so that F3 continues from here
             });
     AutomationIds::apply(window);
+    dressQuickSearch(window);
     window->show();
     window->startWith(typed);
     return window;

@@ -75,6 +75,7 @@ void TavoMP3PlayerMain::TrayNotification(int x, int y) {
 void TavoMP3PlayerMain::mouseMoveEvent(QMouseEvent* event) {
     // The classic window received the icon's notifications as mouse moves, the code in X; a real
     // movement at those coordinates acts the same, and the window keeps that behaviour.
+    ResetSkinHover();
     const QPoint at = event->position().toPoint();
     TrayNotification(at.x(), at.y());
     QMainWindow::mouseMoveEvent(event);

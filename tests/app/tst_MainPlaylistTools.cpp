@@ -6,6 +6,7 @@
 #include "support/TempMusicTree.h"
 #include "support/TestServices.h"
 #include "ui/DirectoryField.h"
+#include "ui/SkinControl.h"
 
 #include <QAction>
 #include <QLabel>

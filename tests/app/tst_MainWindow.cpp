@@ -3,6 +3,7 @@
 #include "playlist/PlaylistFile.h"
 #include "support/TestServices.h"
 #include "ui/DirectoryField.h"
+#include "ui/SkinControl.h"
 #include "ui/TavoMP3Settings.h"
 
 #include <QAction>

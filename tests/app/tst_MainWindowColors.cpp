@@ -4,6 +4,7 @@
 #include "app/TavoMP3PlayerMain.h"
 #include "support/TestServices.h"
 #include "ui/BackgroundPicture.h"
+#include "ui/SkinControl.h"
 #include "ui/TavoMP3Settings.h"
 
 #include <QAction>
@@ -42,7 +43,7 @@ private slots:
         QCOMPARE(base(w.FPlaylist), QColor(106, 125, 192));
         QCOMPARE(w.FPlaylist->palette().color(QPalette::Text), QColor(0, 0, 0));
         QCOMPARE(face(w.FStatus), QColor(106, 125, 192));
-        QCOMPARE(w.BPLOpen->palette().color(QPalette::ButtonText), QColor(138, 142, 34));
+        QCOMPARE(w.BPLOpen->foreColor(), QColor(138, 142, 34));
         QCOMPARE(text(w.lblTrackName), QColor(0, 160, 0));
         QCOMPARE(face(w.lblTime), QColor(0, 0, 0));
         QCOMPARE(face(w.Picture1), QColor(0, 0, 0));

@@ -1,6 +1,7 @@
 #include "app/TavoMP3PlayerMain.h"
 #include "support/TestServices.h"
 #include "ui/AutomationIds.h"
+#include "ui/SkinControl.h"
 
 #include <QCheckBox>
 #include <QLabel>

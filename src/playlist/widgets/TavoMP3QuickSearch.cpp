@@ -1,6 +1,7 @@
 #include "playlist/widgets/TavoMP3QuickSearch.h"
 
 #include "playlist/QuickSearch.h"
+#include "ui/SkinControl.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -32,13 +33,11 @@ TavoMP3QuickSearch::TavoMP3QuickSearch(QWidget* parent) : QDialog(parent) {
     RSearchMode.first()->setChecked(true);
 
     auto* buttons = new QHBoxLayout;
-    OKButton = new QPushButton(QStringLiteral("OK"), this);
+    OKButton = new SkinControl(QStringLiteral("OK"), this);
     OKButton->setObjectName(QStringLiteral("OKButton"));
-    CancelButton = new QPushButton(QStringLiteral("Abbrechen"), this);
+    CancelButton = new SkinControl(QStringLiteral("Abbrechen"), this);
     CancelButton->setObjectName(QStringLiteral("CancelButton"));
     // Enter and Escape are handled below, on the text field and the options only.
-    OKButton->setAutoDefault(false);
-    CancelButton->setAutoDefault(false);
     buttons->addStretch(1);
     buttons->addWidget(OKButton);
     buttons->addWidget(CancelButton);

@@ -5,6 +5,7 @@
 
 class QLineEdit;
 class QPushButton;
+class SkinControl;
 class QRadioButton;
 
 // The quick-search window "Schnellsuche": a text, one of three modes, OK and cancel. It only asks;
@@ -16,8 +17,8 @@ public:
 
     QLineEdit* FSearchtext = nullptr;
     QList<QRadioButton*> RSearchMode;
-    QPushButton* OKButton = nullptr;
-    QPushButton* CancelButton = nullptr;
+    SkinControl* OKButton = nullptr;
+    SkinControl* CancelButton = nullptr;
 
     // The mode word of the selected option ("index", "fulltext" or "album").
     QString selectedMode() const;
