@@ -10,6 +10,7 @@
 #include "ui/SchemePainter.h"
 #include "ui/TavoMP3ID3.h"
 #include "ui/TavoMP3Settings.h"
+#include "ui/TavoxMiniDiagram.h"
 #include "update/widgets/TavoMP3About.h"
 #include "update/widgets/TavoMP3News.h"
 
@@ -149,10 +150,10 @@ void TavoMP3PlayerMain::SetColorButtonBackground(const Rgb& colour) {
 void TavoMP3PlayerMain::SetColorDisplayTextBright(const Rgb& colour) {
     // lblTime shows the song time beside the name and is painted like it; it has no role of its
     // own and would otherwise keep the default black on the display's face.
-    for (QWidget* w :
-         SchemePainter::named(this, names({"lblTrackName", "lblTime", "LSleepmode", "LMP3Bitrate",
-                                           "LMP3Samplerate", "TavoxMiniDiagram1"})))
+    for (QWidget* w : SchemePainter::named(
+             this, names({"lblTrackName", "lblTime", "LSleepmode", "LMP3Bitrate", "LMP3Samplerate"})))
         setTextColour(w, toColor(colour));
+    TavoxMiniDiagram1->SetTextColor(float(colour.packed()));
     if (ShuffleOn)
         setTextColour(lblShuffle, toColor(colour));
     if (RepeatOn)
@@ -173,10 +174,11 @@ void TavoMP3PlayerMain::SetColorDisplayTextDark(const Rgb& colour) {
 void TavoMP3PlayerMain::SetColorDisplayBackground(const Rgb& colour) {
     // Picture1 is the panel behind the display labels; it takes their face so that the display
     // reads as one surface.
-    for (QWidget* w : SchemePainter::named(
-             this, names({"Picture1", "lblTime", "lblTrackName", "lblShuffle", "lblRepeat", "LAutoCue",
-                          "LSleepmode", "LMP3Bitrate", "LMP3Samplerate", "TavoxMiniDiagram1"})))
+    for (QWidget* w :
+         SchemePainter::named(this, names({"Picture1", "lblTime", "lblTrackName", "lblShuffle", "lblRepeat",
+                                           "LAutoCue", "LSleepmode", "LMP3Bitrate", "LMP3Samplerate"})))
         setBackColour(w, toColor(colour));
+    TavoxMiniDiagram1->SetBackgroundColor(float(colour.packed()));
 }
 
 void TavoMP3PlayerMain::UpdateColors() {

@@ -1,5 +1,6 @@
 // The report buttons and the mini diagram on the main window, driven like a user would.
 #include "app/TavoMP3PlayerMain.h"
+#include "appearance/Rgb.h"
 #include "playlist/PlaylistFile.h"
 #include "support/Mp3Synth.h"
 #include "support/TestServices.h"
@@ -66,6 +67,15 @@ private slots:
         QVERIFY(w.BReportBitrate->isVisible());
         QVERIFY(w.TavoxMiniDiagram1->isVisible());
         QCOMPARE(w.TavoxMiniDiagram1->objectName(), QStringLiteral("TavoxMiniDiagram1"));
+    }
+
+    void displayColoursReachTheDiagram() {
+        TestServices t;
+        TavoMP3PlayerMain w(t.services);
+        w.SetColorDisplayTextBright(Rgb::make(250, 200, 10));
+        w.SetColorDisplayBackground(Rgb::make(0, 0, 80));
+        QCOMPARE(w.TavoxMiniDiagram1->textColor(), QColor(250, 200, 10));
+        QCOMPARE(w.TavoxMiniDiagram1->backgroundColor(), QColor(0, 0, 80));
     }
 
     void priorityReportFromTheButton() {
