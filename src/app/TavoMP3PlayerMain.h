@@ -136,8 +136,8 @@ public:
     void AutomaticUpdateCheck();
 
     // Reports and the bit-rate histogram of the clicked song.
-    QPushButton* BReportPrio = nullptr;
-    QPushButton* BReportBitrate = nullptr;
+    SkinControl* BReportPrio = nullptr;
+    SkinControl* BReportBitrate = nullptr;
     TavoxMiniDiagram* TavoxMiniDiagram1 = nullptr;
     void BReportBitrate_Click();
     void BReportPrio_Click();

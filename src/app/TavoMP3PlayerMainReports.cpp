@@ -5,19 +5,19 @@
 #include "reports/Mp3Info.h"
 #include "reports/PriorityReport.h"
 #include "ui/EscapeKeyWatch.h"
+#include "ui/SkinControl.h"
 #include "ui/TavoxMiniDiagram.h"
 
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QListView>
-#include <QPushButton>
 #include <QVBoxLayout>
 
 QBoxLayout* TavoMP3PlayerMain::buildReportButtons(QWidget* parent) {
     auto* column = new QVBoxLayout;
     column->setObjectName(QStringLiteral("reportColumn"));
     auto button = [parent](const char* name, const QString& caption) {
-        auto* b = new QPushButton(caption, parent);
+        auto* b = new SkinControl(caption, parent);
         b->setObjectName(QLatin1String(name));
         b->setMinimumSize(129, 24);
         return b;
@@ -39,8 +39,8 @@ void TavoMP3PlayerMain::connectReports() {
     // Without the information call the diagram and the bitrate report would have nothing to show.
     TavoxMiniDiagram1->setVisible(MP3InfoAvailable);
     BReportBitrate->setVisible(MP3InfoAvailable);
-    connect(BReportBitrate, &QPushButton::clicked, this, &TavoMP3PlayerMain::BReportBitrate_Click);
-    connect(BReportPrio, &QPushButton::clicked, this, &TavoMP3PlayerMain::BReportPrio_Click);
+    connect(BReportBitrate, &SkinControl::clicked, this, &TavoMP3PlayerMain::BReportBitrate_Click);
+    connect(BReportPrio, &SkinControl::clicked, this, &TavoMP3PlayerMain::BReportPrio_Click);
     connect(FPlaylist, &QAbstractItemView::clicked, this, [this](const QModelIndex& index) {
         handle(QStringLiteral("FPlaylist_Click"), [this, index](int& line) {
             line = 1;

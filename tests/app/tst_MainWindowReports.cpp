@@ -4,6 +4,7 @@
 #include "playlist/PlaylistFile.h"
 #include "support/Mp3Synth.h"
 #include "support/TestServices.h"
+#include "ui/SkinControl.h"
 #include "ui/TavoxMiniDiagram.h"
 
 #include <QKeyEvent>
@@ -61,8 +62,8 @@ private slots:
         TestServices t;
         TavoMP3PlayerMain w(t.services);
         w.load();
-        QCOMPARE(w.BReportPrio->text(), QStringLiteral("Liedprio Report"));
-        QCOMPARE(w.BReportBitrate->text(), QStringLiteral("Bitrate Report"));
+        QCOMPARE(w.BReportPrio->label(), QStringLiteral("Liedprio Report"));
+        QCOMPARE(w.BReportBitrate->label(), QStringLiteral("Bitrate Report"));
         QVERIFY(w.MP3InfoAvailable);
         QVERIFY(w.BReportBitrate->isVisible());
         QVERIFY(w.TavoxMiniDiagram1->isVisible());
