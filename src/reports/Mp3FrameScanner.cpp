@@ -196,18 +196,13 @@ bool Mp3FrameScanner::readInfoTag(std::uint64_t pos, const MpegFrameHeader& h, i
     return false;
 }
 
-void Mp3FrameScanner::addFrame(const MpegFrameHeader& h, int length) {
-    if (m_result.frames == 0)
-        m_result.firstHeader = h;
+void Mp3FrameScanner::addFrame(int bitrateClass, int length) {
     ++m_result.frames;
     m_result.audioBytes += std::uint64_t(length);
-    ++m_result.histogram[std::size_t(h.bitrateIndex)];
-    if (m_lastClass >= 0 && m_lastClass != h.bitrateIndex)
+    ++m_result.histogram[std::size_t(bitrateClass)];
+    if (m_lastClass >= 0 && m_lastClass != bitrateClass)
         m_result.bitrateVaries = true;
-    m_lastClass = h.bitrateIndex;
-    if (h.isFreeFormat())
-        m_result.freeFormat = true;
-    m_samples[std::size_t(rateSlot(h))] += std::uint64_t(h.samplesPerFrame());
+    m_lastClass = bitrateClass;
 }
 
 void Mp3FrameScanner::finish() {
@@ -248,23 +243,52 @@ Mp3ScanResult Mp3FrameScanner::scan() {
             m_result.firstFrameOffset = pos;
         const bool firstChain = !everLocked;
         everLocked = true;
-        // The chain: every header where the previous frame's length says, until it breaks.
+        const int samplesPerFrame = h.samplesPerFrame();
+        const std::size_t slot = std::size_t(rateSlot(h));
+        const std::uint64_t framesBefore = m_result.frames;
+        int length = h.frameLength(freeUnpadded);
+        // The first frame may be the Xing/Info/VBRI frame, which is not audio.
+        if (pos + std::uint64_t(length) <= m_end && firstChain && m_result.frames == 0 &&
+            m_result.infoTag == Mp3ScanResult::InfoTag::None && readInfoTag(pos, h, length)) {
+            pos += std::uint64_t(length);
+            if (!follows(pos, bits, free, h))
+                continue;
+            length = h.frameLength(freeUnpadded);
+        }
+        // The chain: every header where the previous frame's length says, until it breaks. Within
+        // one chain only the bit-rate class, the padding and bits that do not matter here change,
+        // so frame lengths are looked up by class and padding instead of being worked out again.
+        std::array<int, 32> lengths{};
+        if (m_result.frames == 0)
+            m_result.firstHeader = h;
+        if (free)
+            m_result.freeFormat = true;
+        int bitrateClass = h.bitrateIndex;
         while (true) {
-            const int length = h.frameLength(freeUnpadded);
             if (pos + std::uint64_t(length) > m_end) {
                 m_result.truncatedLastFrame = true;
                 pos = m_end;
                 break;
             }
-            const bool tagFrame = firstChain && m_result.frames == 0 &&
-                                  m_result.infoTag == Mp3ScanResult::InfoTag::None &&
-                                  readInfoTag(pos, h, length);
-            if (!tagFrame)
-                addFrame(h, length);
+            addFrame(bitrateClass, length);
             pos += std::uint64_t(length);
-            if (!follows(pos, bits, free, h))
+            const unsigned char* p = m_window->at(pos, 4);
+            if (!p)
                 break;
+            const std::uint32_t raw = MpegFrameHeader::read32(p);
+            bitrateClass = int((raw >> 12) & 15);
+            if ((raw & MpegFrameHeader::kStreamMask) != bits || (raw & 3) == 2 || bitrateClass == 15 ||
+                (bitrateClass == 0) != free)
+                break;
+            int& known = lengths[std::size_t(bitrateClass << 1 | int((raw >> 9) & 1))];
+            if (known == 0) {
+                MpegFrameHeader next;
+                MpegFrameHeader::parse(raw, next);
+                known = next.frameLength(freeUnpadded);
+            }
+            length = known;
         }
+        m_samples[slot] += (m_result.frames - framesBefore) * std::uint64_t(samplesPerFrame);
     }
     m_result.readFailed = m_source.failed();
     finish();

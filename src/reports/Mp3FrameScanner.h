@@ -59,7 +59,7 @@ private:
     bool learnFreeFormat(std::uint64_t pos, const MpegFrameHeader& first, int& freeUnpadded);
     bool follows(std::uint64_t pos, std::uint32_t streamBits, bool free, MpegFrameHeader& out);
     bool readInfoTag(std::uint64_t pos, const MpegFrameHeader& h, int length);
-    void addFrame(const MpegFrameHeader& h, int length);
+    void addFrame(int bitrateClass, int length);
     void finish();
 
     Mp3ByteSource& m_source;
