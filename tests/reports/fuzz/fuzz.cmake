@@ -7,6 +7,15 @@ if(NOT TAVO_FUZZ_CXX)
     message(STATUS "clang++ not found: the MP3 reader fuzz target is not built")
     return()
 endif()
+# libFuzzer's runtime is a package of its own (libclang-rt-14-dev); without it, leave the target out.
+set(_probe ${CMAKE_BINARY_DIR}/fuzz_probe.cpp)
+file(WRITE ${_probe} "#include <cstddef>\n#include <cstdint>\nextern \"C\" int LLVMFuzzerTestOneInput(const std::uint8_t*, std::size_t) { return 0; }\n")
+execute_process(COMMAND ${TAVO_FUZZ_CXX} -fsanitize=fuzzer,address,undefined ${_probe} -o ${CMAKE_BINARY_DIR}/fuzz_probe
+                RESULT_VARIABLE _probe_result OUTPUT_QUIET ERROR_QUIET)
+if(NOT _probe_result EQUAL 0)
+    message(STATUS "${TAVO_FUZZ_CXX} cannot link libFuzzer: the MP3 reader fuzz target is not built")
+    return()
+endif()
 
 set(_src ${CMAKE_SOURCE_DIR}/src/reports)
 set(_fuzz_sources ${CMAKE_CURRENT_LIST_DIR}/fuzz_Mp3FrameScanner.cpp ${_src}/Mp3FrameScanner.cpp
