@@ -73,17 +73,18 @@ private slots:
     }
 
     void updateKeepsPriority() {
-        Window win(m_music.root());
+        TempMusicTree music(texts({"ABBA - Gold/Waterloo.mp3", "ABBA - Gold/Dancing Queen.mp3",
+                                   "Die Ärzte/Junge.mp3", "Greatest Hits/Song.mp3"}));
+        Window win(music.root());
         win.mark({1});
         win.w.Frame1->FPrio.at(2)->click();
-        TempMusicTree extra;
-        win.w.FBrowsePath->setText(m_music.root() + QStringLiteral("\r\n") + extra.root());
-        extra.add(texts({"Neu/Lied.mp3"}));
+        music.add(texts({"Neu/Lied.mp3"}));
+        music.remove(QStringLiteral("Die Ärzte/Junge.mp3"));
         win.w.BUpdateList->click();
-        QCOMPARE(win.rows().size(), 5);
+        QCOMPARE(win.rows(), texts({"1. Dancing Queen", "2. Waterloo", "3. Song", "4. Lied"}));
         QCOMPARE(win.w.playlists().PlaylistPaths.at(1),
-                 m_music.line(QStringLiteral("ABBA - Gold/Waterloo.mp3"), '2'));
-        QVERIFY(win.w.FStatus->text().contains(QStringLiteral("   Liste neu: 4  Liste vorher: 3")));
+                 music.line(QStringLiteral("ABBA - Gold/Waterloo.mp3"), '2'));
+        QVERIFY(win.w.FStatus->text().contains(QStringLiteral("   Liste neu: 3  Liste vorher: 3")));
     }
 
     void priorityButtonsAndMenus_data() {

@@ -121,6 +121,14 @@ def main():
             (n for n in walk(app) if n.name == "Playliste speichern..." and n.getRoleName() == "menu item"), None))
         press(save)
         wait_for("the playlist saved with CR LF", lambda: b"\r\n" in open(playlist, "rb").read())
+
+        # BCreateList walks the music folder of the settings into playlist 1.
+        press(by_design_name(app, "BCreateList"))
+        built = wait_for("the build summary", lambda: status.name if "Einträge: 3" in status.name else None)
+        print("FStatus:", built)
+        rows = [r for r in (plist.getChildAtIndex(i).name for i in range(plist.childCount)) if r]
+        if rows[:3] != ["1. Drittes Lied", "2. Erstes Lied", "3. Zweites Lied"]:
+            failures.append("built rows read %r" % rows)
     except AssertionError as e:
         failures.append(str(e))
     finally:
