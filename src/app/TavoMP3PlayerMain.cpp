@@ -47,6 +47,8 @@ TavoMP3PlayerMain::TavoMP3PlayerMain(Services& services, QWidget* parent)
     connectPlaylistTools();
     connectUpdateHandlers(); // after the list's context menu exists
     connectReports();
+    setUpPlayback();
+    connectPlayback();
     AutomationIds::apply(this);
 }
 
@@ -121,6 +123,7 @@ void TavoMP3PlayerMain::load() {
         m_playlists.DialogLastpath =
             s.GetSetting(kSettings, QStringLiteral("DialogLastpath"),
                          QDir::toNativeSeparators(QDir::homePath() + QLatin1Char('/')));
+        readPlaybackSettings();
         UpdateColors();
 
         line = 9;
@@ -133,6 +136,7 @@ void TavoMP3PlayerMain::load() {
                 QStringLiteral("Bitte füllen Sie alle Felder aus und speichen die Einstellungen!"));
         } else {
             line = 10;
+            startPlayer();
             FBrowsePath->setText(UserMP3Directory);
             if (playlistFile != QLatin1String("0") && !playlistFile.isEmpty()) {
                 m_playlists.setActPlaylist(1, playlistFile);
@@ -154,6 +158,8 @@ void TavoMP3PlayerMain::load() {
         m_services.status.setText(lastLoad);
         show();
         FPlaylist->setFocus();
+        line = 15;
+        finishPlaybackLoad();
         line = 17;
         SetupSkins();
     });
@@ -166,8 +172,11 @@ void TavoMP3PlayerMain::writeSettingsOnClose() {
     // Written for compatibility only; the window always opens at its design position.
     s.SaveSetting(QStringLiteral("Screen"), QStringLiteral("FormPositionLeft"), QString::number(x()));
     s.SaveSetting(QStringLiteral("Screen"), QStringLiteral("FormPositionTop"), QString::number(y()));
+    writeShuffleSetting();
     s.SaveSetting(kSettings, QStringLiteral("CurrentPlaylistPosition"), PlaylistPosition);
+    writeVolumeSetting();
     s.SaveSetting(kSettings, QStringLiteral("DialogLastpath"), m_playlists.DialogLastpath);
+    writeHistory();
 }
 
 bool TavoMP3PlayerMain::closeMainWindow() {
@@ -192,6 +201,7 @@ void TavoMP3PlayerMain::closeEvent(QCloseEvent* event) {
     }
     m_closing = true;
     m_tray->remove();
+    closePlayer();
     event->accept();
     if (AppGlobals::StartUpdaterOnExit)
         QProcess::startDetached(AppGlobals::UpdaterPath, {});

@@ -3,6 +3,8 @@
 #include "appearance/ColorRoles.h"
 #include "appearance/SettingsWindowHost.h"
 #include "base/Services.h"
+#include "player/PlaybackState.h"
+#include "player/PrevSongs.h"
 #include "playlist/FolderLister.h"
 #include "playlist/PlaylistBuilder.h"
 #include "playlist/PlaylistEntryEditor.h"
@@ -16,6 +18,11 @@
 
 class BackgroundPicture;
 class ClickLabel;
+class PlaybackMonitor;
+class PlayerLink;
+class QRadioButton;
+class SongSelection;
+class Transport;
 class DirectoryField;
 class QAction;
 class TrayModule;
@@ -43,7 +50,9 @@ class TavoxMiniDiagram;
 
 // The program's main window. The playlists and other state live in core objects it owns; the
 // window builds the controls under their design names and forwards events to the core.
-class TavoMP3PlayerMain : public QMainWindow, public SettingsWindowHost {
+// The playback fields of the window (PlayMode, PlaylistPosition, ShuffleStatus, ...) come from
+// PlaybackState, which the playback core works on.
+class TavoMP3PlayerMain : public QMainWindow, public SettingsWindowHost, public PlaybackState {
     Q_OBJECT
 public:
     explicit TavoMP3PlayerMain(Services& services, QWidget* parent = nullptr);
@@ -79,6 +88,24 @@ public:
     QLabel* lblShuffle = nullptr;
     QLabel* FTest = nullptr;
     QLabel* FTest2 = nullptr;
+
+    // Transport row, history menu and the playback core (TavoMP3PlayerMainPlayback.cpp).
+    QPushButton* BLast = nullptr;
+    QPushButton* BStop = nullptr;
+    QPushButton* BPlay = nullptr;
+    QPushButton* BPause = nullptr;
+    QPushButton* BNext = nullptr;
+    QLabel* Label3 = nullptr;
+    QSlider* sldVol = nullptr;
+    QLabel* Label13 = nullptr;
+    std::array<QRadioButton*, 3> PL{}; // PL[1] = playlist 1 drives Play, Next and the pick
+    QMenu* MenuPrevHead = nullptr;
+    std::array<QAction*, PrevSongs::kSlots + 1> MenuPrev{}; // MenuPrev[1..20]
+    PlayerLink& player() { return *m_player; }
+    PlaybackMonitor& playback() { return *m_monitor; }
+    Transport& transport() { return *m_transport; }
+    SongSelection& songSelection() { return *m_selection; }
+    PrevSongs& prevSongs() { return m_history; }
 
     QMenu* MenuDatei = nullptr;
     QAction* MenuDateiOpenPlaylist = nullptr;
@@ -155,8 +182,6 @@ public:
     // Shows the ID3 window for the marked entry of the main list.
     void MenuPlaylistID3Click();
 
-    // Main current index of playlist 1 (the entry last started).
-    qint32 PlaylistPosition = 0;
     QString UserMP3Directory;
     QString WinampPath;
     // The last key pressed in the window; the bitrate report stops when it reads 27 (Escape).
@@ -215,6 +240,17 @@ protected:
 
 private:
     void buildLayout();
+    QBoxLayout* buildTransportControls(QWidget* parent);
+    void setUpPlayback();
+    void connectPlayback();
+    void showModeIndicators();
+    void readPlaybackSettings();
+    void startPlayer();
+    void finishPlaybackLoad();
+    void writeShuffleSetting();
+    void writeVolumeSetting();
+    void writeHistory();
+    void closePlayer();
     void buildMenus();
     void buildTrayMenu();
     void restoreWindow(bool focusList);
@@ -238,6 +274,11 @@ private:
     Services& m_services;
     PlaylistManager m_playlists;
     SleepMode m_sleep;
+    PrevSongs m_history;
+    PlayerLink* m_player = nullptr;
+    SongSelection* m_selection = nullptr;
+    Transport* m_transport = nullptr;
+    PlaybackMonitor* m_monitor = nullptr;
     TrayModule* m_tray = nullptr;
     DiskFolderLister m_lister;
     PlaylistBuilder m_builder;

@@ -73,6 +73,7 @@ void TavoMP3PlayerMain::buildLayout() {
     display->addWidget(buildMiniDiagram(Picture1), 0, 6, 3, 1, Qt::AlignRight | Qt::AlignVCenter);
     display->setColumnStretch(0, 2);
     outer->addWidget(Picture1);
+    outer->addLayout(buildTransportControls(central));
 
     // Playlist with its commands beside it.
     auto* middle = new QHBoxLayout;

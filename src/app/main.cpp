@@ -7,6 +7,7 @@
 #include "base/RuntimeError.h"
 #include "base/SettingsStore.h"
 #include "base/StatusLine.h"
+#include "player/MpvLink.h"
 #include "power/SystemPowerOff.h"
 #include "ui/QtDialogs.h"
 
@@ -43,7 +44,8 @@ int main(int argc, char* argv[]) {
     SeededRandom random(SeededRandom::clockSeed());
     StatusLine status;
     SystemPowerOff power;
-    Services services{settings, dialogs, clock, random, status, Paths::nativeStyle(), &power};
+    MpvLink player(status, dialogs);
+    Services services{settings, dialogs, clock, random, status, Paths::nativeStyle(), &power, &player};
 
     int line = 1;
     std::unique_ptr<TavoMP3PlayerMain> window;

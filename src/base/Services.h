@@ -4,6 +4,7 @@
 
 class Clock;
 class Dialogs;
+class PlayerLink;
 class PowerOff;
 class RandomSource;
 class SettingsStore;
@@ -19,4 +20,6 @@ struct Services {
     PathStyle pathStyle = Paths::nativeStyle();
     // Null in tests unless a test installs its recording double: no test can power off by accident.
     PowerOff* power = nullptr;
+    // The external player; the program passes its real link. Null: a link that is never started.
+    PlayerLink* player = nullptr;
 };

@@ -137,7 +137,14 @@ void MpvLink::StartWinamp(const QString& path) {
         const bool exists = path.isEmpty() || QFileInfo::exists(path);
         if (exists && !path.isEmpty()) {
             qint64 pid = 0;
-            if (!QProcess::startDetached(path, playerArguments(m_socketPath), QString(), &pid))
+            QProcess player;
+            player.setProgram(path);
+            player.setArguments(playerArguments(m_socketPath));
+            // The player outlives this program; it must not hold on to our terminal or pipes.
+            player.setStandardInputFile(QProcess::nullDevice());
+            player.setStandardOutputFile(QProcess::nullDevice());
+            player.setStandardErrorFile(QProcess::nullDevice());
+            if (!player.startDetached(&pid))
                 throw RuntimeError(RuntimeError::FileNotFound, QStringLiteral("Datei nicht gefunden"));
             // The classic wait ran until its 16-bit attempt counter overflowed; this one is bounded by
             // time and ends early when the started program is gone, with the same report.

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QTimer>
+
+class PlayerLink;
+class PlaylistManager;
+class SongSelection;
+class StatusLine;
+struct PlaybackState;
+
+// The engine of continuous play: tmrTime polls the player every 750 ms and, in play mode, starts the
+// next song when the player has stopped; it also refreshes the display labels. tmrTitleScroll rotates
+// a song name too long for the title label.
+class PlaybackMonitor : public QObject {
+    Q_OBJECT
+public:
+    enum Label { TrackName, Time, Bitrate, Samplerate, Test2 };
+    static constexpr int kTickMs = 750;
+    static constexpr int kScrollMs = 250;
+    static constexpr qint16 kVisibleChars = 43;
+    static inline const QString kScrollTail = QStringLiteral("  <<<>>> ");
+
+    PlaybackMonitor(PlaylistManager& playlists, PlayerLink& player, PlaybackState& state,
+                    SongSelection& selection, StatusLine& status, QObject* parent = nullptr);
+
+    QTimer tmrTime;
+    QTimer tmrTitleScroll;
+
+    // Minutes, ":" and two-digit seconds; a negative argument is set to 0 (the caller's too).
+    static QString FormatTime(qint16& seconds);
+
+    void tmrTimeTick();
+    void tmrTitleScrollTick();
+    // The title label shows the current song of the main playlist again (after a volume drag).
+    // Raises the subscript error when the current index lies outside the main playlist.
+    void RestoreCaption();
+    // The volume slider was let go: the next tick sets the title label up again.
+    void VolumeReleased();
+
+    // What the labels show, for the window and the tests.
+    const QString& text(Label label) const { return m_texts[label]; }
+    void setText(Label label, const QString& text);
+    qint16 songLength() const { return m_songLength; }
+    qint16 lastPosition() const { return m_lastPosition; }
+    const QString& shownName() const { return m_shownName; }
+    const QString& scrollText() const { return m_scrollText; }
+
+signals:
+    void textChanged(PlaybackMonitor::Label label, const QString& text);
+    // The position slider's value operation: "SliderMax" or "SliderValue".
+    void sliderValue(const QString& name, int value);
+    void indicatorsChanged();
+    // The second playlist ends in a shutdown.
+    void shutdownRequested();
+    // Step 5: keep the second playlist window docked (the window decides whether it is visible).
+    void dockRequested();
+
+private:
+    void startNextSong();
+    void refreshDisplay();
+    void setUpTitle(const QString& name);
+
+    PlaylistManager& m_playlists;
+    PlayerLink& m_player;
+    PlaybackState& m_state;
+    SongSelection& m_selection;
+    StatusLine& m_status;
+
+    QString m_texts[Test2 + 1];
+    qint16 m_songLength = 0;
+    qint32 m_lastPosition = 0;
+    QString m_shownName;
+    QString m_scrollText;
+};

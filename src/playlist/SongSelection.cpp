@@ -1,0 +1,153 @@
+#include "playlist/SongSelection.h"
+
+#include "base/Checked.h"
+#include "base/Clock.h"
+#include "base/NumberText.h"
+#include "base/RandomSource.h"
+#include "base/RuntimeError.h"
+#include "base/Services.h"
+#include "base/StatusLine.h"
+#include "player/PlaybackState.h"
+#include "player/PlayerLink.h"
+#include "player/PrevSongs.h"
+#include "playlist/PlaylistLine.h"
+#include "playlist/PlaylistManager.h"
+
+#include <cmath>
+
+namespace {
+
+constexpr int kSubscriptOutOfRange = 9;
+
+RuntimeError subscriptOutOfRange() {
+    return {kSubscriptOutOfRange, QStringLiteral("Index außerhalb des gültigen Bereichs")};
+}
+
+const QString& element(const QStringList& list, qint64 index) {
+    if (index < 0 || index >= list.size())
+        throw subscriptOutOfRange();
+    return list.at(index);
+}
+
+// A single-precision number as the user reads it: seven significant digits at most.
+QString singleText(float value) {
+    return NumberText::localeText(QString::number(value, 'g', 7).toDouble());
+}
+
+} // namespace
+
+SongSelection::SongSelection(Services& services, PlaylistManager& playlists, PlayerLink& player,
+                             PlaybackState& state, PrevSongs& history, QObject* parent)
+    : QObject(parent), m_services(services), m_playlists(playlists), m_player(player), m_state(state),
+      m_history(history) {
+}
+
+int SongSelection::chanceOf(int digit) {
+    switch (digit) {
+    case 5:
+        return 100;
+    case 4:
+        return 70;
+    case 3:
+        return 50;
+    case 2:
+        return 20;
+    case 1:
+        return 10;
+    case 0:
+        return 0;
+    default:
+        return -1;
+    }
+}
+
+void SongSelection::PlaySong(qint32 position, qint16 n) {
+    try {
+        const QString& line =
+            element(n == 1 ? m_playlists.PlaylistPaths : m_playlists.Playlist2Paths, position);
+        SelectSong(position, n);
+        if (n == 1)
+            m_state.PlaylistPosition = position;
+        else
+            m_state.Playlist2Position = position;
+        if (line.size() < 2)
+            throw RuntimeError::invalidCall();
+        const QString file = PlaylistLine::path(line);
+        if (n == 1 && m_history.AddToPrevSongs(position))
+            emit historyChanged();
+        m_player.WinampPlayFile(file);
+        m_player.WinampCommand(PlayerLink::JumpToLastCommand);
+        m_player.WinampCommand(PlayerLink::PlayCommand);
+        // The name array of playlist 1 serves playlist 2 as well.
+        m_state.CurrentSongName = element(m_playlists.PlaylistNames, position);
+        m_state.PlayerStatus = Checked::toInt16(m_player.WinampGetInfo(PlayerLink::InfoVersion).toLongLong());
+        m_state.PlayMode = 1;
+        emit songStarted(m_state.CurrentSongName);
+    } catch (const std::exception&) {
+        m_state.PlayMode = 0;
+        m_services.status.setText(
+            QStringLiteral("Sub Playsong: Lied nicht vorhanden oder Listenende erreicht! Songposition = ") +
+            QString::number(position));
+    }
+}
+
+void SongSelection::SelectSong(qint32 position, qint16 n) {
+    try {
+        PlaylistListModel& list = m_playlists.list(n == 1 ? 1 : 2);
+        // The classic loop ran a 16-bit counter over all items; it overflows past 32767.
+        Checked::toInt16(list.count());
+        const qint16 row = Checked::toInt16(position);
+        if (row < 0 || row >= list.count())
+            throw RuntimeError::invalidCall();
+        list.selectOnly(row);
+    } catch (const std::exception&) {
+        m_services.status.setText(QStringLiteral("Sub SelectSong: Fehler beim Lied auswählen! ToSelect = ") +
+                                  QString::number(position));
+    }
+}
+
+void SongSelection::FuncPickRandomSong() {
+    const double start = m_services.clock.secondsOfDay();
+    const qint16 n = m_state.mainPlaylistActive ? 1 : 2;
+    const QStringList& paths = n == 1 ? m_playlists.PlaylistPaths : m_playlists.Playlist2Paths;
+    const qint64 upper = paths.size() - 1;
+
+    qint32 index = 0;
+    int dice = 0;
+    int chance = 0;
+    int tries = 0;
+    for (;;) {
+        ++tries;
+        // Index from [0, upper bound): the last entry is never drawn, a one-entry list gives 0.
+        index = qint32(std::floor(m_services.random.next() * double(upper)));
+        const QString& song = element(paths, index);
+        dice = int(std::floor(m_services.random.next() * 100.0));
+        const quint8 digit = Checked::textToByte(song.right(1));
+        chance = chanceOf(digit);
+        if (chance < 0) {
+            // The name shown is that of the entry before, from playlist 1's names.
+            m_services.status.setText(
+                QStringLiteral("Fehler: Ungültige Liedpriorität \"") + QString::number(digit) +
+                QStringLiteral("\" bei Lied \"") + QString::number(index) + QStringLiteral(". ") +
+                element(m_playlists.PlaylistNames, qint64(index) - 1) + QStringLiteral("\""));
+            m_state.PlayMode = 0;
+            return;
+        }
+        if (dice < chance)
+            break;
+        if (tries >= kMaxTries) {
+            m_services.status.setText(
+                QStringLiteral("Zufallslied konnte nicht bestimmt werden - Timeout nach 100 Versuchen!"));
+            return;
+        }
+    }
+    emit testTextChanged(QStringLiteral("gewonnen - Liedpriorität=") + QString::number(chance) +
+                         QStringLiteral("   Schicksalswürfel=") + QString::number(dice) +
+                         QStringLiteral("    Versuche=") + QString::number(tries));
+    m_state.ShuffleStatus = true;
+    emit indicatorsChanged();
+    SelectSong(index, n);
+    PlaySong(index, n);
+    m_services.status.append(QStringLiteral("    Zeit: ") +
+                             singleText(float(m_services.clock.secondsOfDay() - start)));
+}

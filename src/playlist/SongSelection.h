@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+class PlayerLink;
+class PlaylistManager;
+class PrevSongs;
+struct PlaybackState;
+struct Services;
+
+// Starting a playlist entry in the player (PlaySong), marking it in its list (SelectSong) and the
+// priority-weighted random pick (FuncPickRandomSong, the "Schicksalswürfel").
+class SongSelection : public QObject {
+    Q_OBJECT
+public:
+    SongSelection(Services& services, PlaylistManager& playlists, PlayerLink& player, PlaybackState& state,
+                  PrevSongs& history, QObject* parent = nullptr);
+
+    // Chance in percent that a song of the priority digit wins the dice; -1 for digits outside 0..5.
+    static int chanceOf(int digit);
+    static constexpr int kMaxTries = 100;
+
+    // n = 1 plays from playlist 1, any other value from playlist 2.
+    void PlaySong(qint32 position, qint16 n);
+    void SelectSong(qint32 position, qint16 n);
+    // Raises the type-mismatch error for a drawn entry whose last character is not a number.
+    void FuncPickRandomSong();
+
+signals:
+    // A song was started: its name goes into the tray tip.
+    void songStarted(const QString& name);
+    // The history changed: the previous-songs menu must be rebuilt.
+    void historyChanged();
+    // A mode flag changed: the indicators are redrawn.
+    void indicatorsChanged();
+    // The debug label FTest.
+    void testTextChanged(const QString& text);
+
+private:
+    Services& m_services;
+    PlaylistManager& m_playlists;
+    PlayerLink& m_player;
+    PlaybackState& m_state;
+    PrevSongs& m_history;
+};
