@@ -90,11 +90,11 @@ public:
     QLabel* FTest2 = nullptr;
 
     // Transport row, history menu and the playback core (TavoMP3PlayerMainPlayback.cpp).
-    QPushButton* BLast = nullptr;
-    QPushButton* BStop = nullptr;
-    QPushButton* BPlay = nullptr;
-    QPushButton* BPause = nullptr;
-    QPushButton* BNext = nullptr;
+    SkinControl* BLast = nullptr;
+    SkinControl* BStop = nullptr;
+    SkinControl* BPlay = nullptr;
+    SkinControl* BPause = nullptr;
+    SkinControl* BNext = nullptr;
     QLabel* Label3 = nullptr;
     QSlider* sldVol = nullptr;
     QLabel* Label13 = nullptr;

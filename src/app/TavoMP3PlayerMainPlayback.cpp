@@ -10,6 +10,7 @@
 #include "player/PlaybackMonitor.h"
 #include "player/Transport.h"
 #include "playlist/SongSelection.h"
+#include "ui/SkinControl.h"
 
 #include <QAction>
 #include <QCursor>
@@ -28,8 +29,8 @@ namespace {
 
 const QString kSettings = QStringLiteral("Settings");
 
-QPushButton* transportButton(QWidget* parent, const char* name, const QString& caption) {
-    auto* b = new QPushButton(caption, parent);
+SkinControl* transportButton(QWidget* parent, const char* name, const QString& caption) {
+    auto* b = new SkinControl(caption, parent);
     b->setObjectName(QLatin1String(name));
     b->setMinimumSize(86, 24);
     b->setFocusPolicy(Qt::NoFocus); // the focus stays on the playlist
@@ -65,7 +66,7 @@ QBoxLayout* TavoMP3PlayerMain::buildTransportControls(QWidget* parent) {
     BPlay = transportButton(parent, "BPlay", QStringLiteral("Play"));
     BPause = transportButton(parent, "BPause", QStringLiteral("Pause"));
     BNext = transportButton(parent, "BNext", QStringLiteral("Next"));
-    for (QPushButton* b : {BLast, BStop, BPlay, BPause, BNext})
+    for (SkinControl* b : {BLast, BStop, BPlay, BPause, BNext})
         row->addWidget(b);
     row->addSpacing(12);
     Label3 = new QLabel(QStringLiteral("Volume"), parent);
@@ -140,10 +141,10 @@ void TavoMP3PlayerMain::connectPlayback() {
     auto stop = command("BStop_Click", [this] { m_transport->Stop(); });
     auto next = command("BNext_Click", [this] { m_transport->Next(); });
     auto shuffle = command("lblShuffle_Click", [this] { m_transport->ShuffleClick(); });
-    connect(BPlay, &QPushButton::clicked, this, play);
-    connect(BPause, &QPushButton::clicked, this, pause);
-    connect(BStop, &QPushButton::clicked, this, stop);
-    connect(BNext, &QPushButton::clicked, this, next);
+    connect(BPlay, &SkinControl::clicked, this, play);
+    connect(BPause, &SkinControl::clicked, this, pause);
+    connect(BStop, &SkinControl::clicked, this, stop);
+    connect(BNext, &SkinControl::clicked, this, next);
     connect(MenuPlay, &QAction::triggered, this, play);
     connect(MenuPause, &QAction::triggered, this, pause);
     connect(MenuStop, &QAction::triggered, this, stop);
@@ -151,7 +152,7 @@ void TavoMP3PlayerMain::connectPlayback() {
     connect(MenuShuffleStatus, &QAction::triggered, this, shuffle);
     connect(MenuPrevious, &QAction::triggered, this,
             command("MenuPrevious_Click", [this] { m_transport->Previous(); }));
-    connect(BLast, &QPushButton::clicked, this, [this] { MenuPrevHead->popup(QCursor::pos()); });
+    connect(BLast, &SkinControl::clicked, this, [this] { MenuPrevHead->popup(QCursor::pos()); });
     new LabelClicks(lblShuffle, shuffle);
     new LabelClicks(LAutoCue, command("LAutoCue_Click", [this] { m_transport->AutoCueClick(); }));
     // Double click or Enter on a line plays it.

@@ -7,6 +7,7 @@
 #include "support/MpvTestPlayer.h"
 #include "support/SilentMp3.h"
 #include "support/TestServices.h"
+#include "ui/SkinControl.h"
 
 #include <QAction>
 #include <QLabel>
@@ -55,7 +56,7 @@ private slots:
                                                          {"BPause", QStringLiteral("Pause")},
                                                          {"BNext", QStringLiteral("Next")}};
         for (const auto& [name, caption] : buttons) {
-            auto* b = w.findChild<QPushButton*>(QLatin1String(name));
+            auto* b = w.findChild<QAbstractButton*>(QLatin1String(name));
             QVERIFY2(b, name);
             QCOMPARE(b->text(), caption);
         }
