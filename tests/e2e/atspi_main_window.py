@@ -2,6 +2,7 @@
 find controls by their design names, read texts and list rows, press buttons and menu entries."""
 import os
 import shutil
+import socket
 import subprocess
 import sys
 import tempfile
@@ -89,10 +90,24 @@ def press(node):
     action.doAction(0)
 
 
+def quit_player(socket_path):
+    # Terminated, the program does not close its player (it outlives the program by design).
+    try:
+        with socket.socket(socket.AF_UNIX) as s:
+            s.connect(socket_path)
+            s.sendall(b'{"command":["quit"]}\n')
+            time.sleep(0.2)
+    except OSError:
+        pass
+
+
 def main():
     folder = tempfile.mkdtemp(prefix="tavo-atspi-")
     config, playlist = prepare(folder)
-    env = dict(os.environ, XDG_CONFIG_HOME=config, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
+    # A private runtime folder: the player the program starts listens on a socket there.
+    runtime = os.path.join(folder, "runtime")
+    os.makedirs(runtime, mode=0o700)
+    env = dict(os.environ, XDG_CONFIG_HOME=config, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", XDG_RUNTIME_DIR=runtime,
                TAVOMP3_AUTOMATION_IDS="1", TAVOMP3_POWEROFF_COMMAND="true", QT_QPA_PLATFORM="xcb")
     program = subprocess.Popen([PROGRAM], env=env)
     failures = []
@@ -137,6 +152,7 @@ def main():
             program.wait(10)
         except subprocess.TimeoutExpired:
             program.kill()
+        quit_player(os.path.join(runtime, "tavomp3-mpv.sock"))
     for f in failures:
         print("FAIL:", f)
     return 1 if failures else 0
