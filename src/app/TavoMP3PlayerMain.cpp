@@ -4,6 +4,7 @@
 #include "ui/AutomationIds.h"
 #include "ui/DirectoryField.h"
 #include "ui/TavoMP3Settings.h"
+#include "ui/TavoSlider.h"
 
 #include "base/AppGlobals.h"
 #include "base/Checked.h"
@@ -48,6 +49,7 @@ TavoMP3PlayerMain::TavoMP3PlayerMain(Services& services, QWidget* parent)
     connectUpdateHandlers(); // after the list's context menu exists
     connectReports();
     setUpPlayback();
+    connectPositionSlider();
     connectPlayback();
     AutomationIds::apply(this);
 }
@@ -111,6 +113,7 @@ void TavoMP3PlayerMain::load() {
         line = 6;
         LoadActivePreset();
         LoadBGImage(m_services.settings.GetSetting(kSettings, QStringLiteral("BGImagePath"), QString()));
+        TavoSlider1->SetValue(QStringLiteral("SliderWidth"), 5860);
 
         line = 7;
         SettingsStore& s = m_services.settings;

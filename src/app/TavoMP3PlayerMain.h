@@ -11,6 +11,7 @@
 #include "playlist/PlaylistManager.h"
 #include "playlist/QuickSearch.h"
 #include "power/SleepMode.h"
+#include "ui/SliderHost.h"
 #include "update/UpdateConfig.h"
 
 #include <QMainWindow>
@@ -36,6 +37,7 @@ class QListView;
 class QMenu;
 class QPushButton;
 class SkinControl;
+class TavoSlider;
 class QSlider;
 class TavoMP3About;
 class TavoMP3ID3;
@@ -52,7 +54,10 @@ class TavoxMiniDiagram;
 // window builds the controls under their design names and forwards events to the core.
 // The playback fields of the window (PlayMode, PlaylistPosition, ShuffleStatus, ...) come from
 // PlaybackState, which the playback core works on.
-class TavoMP3PlayerMain : public QMainWindow, public SettingsWindowHost, public PlaybackState {
+class TavoMP3PlayerMain : public QMainWindow,
+                          public SettingsWindowHost,
+                          public PlaybackState,
+                          public SliderHost {
     Q_OBJECT
 public:
     explicit TavoMP3PlayerMain(Services& services, QWidget* parent = nullptr);
@@ -227,6 +232,16 @@ public:
     void ResetSkinHover();
     // Faces, captions and scheme colours of a freshly opened quick search.
     void dressQuickSearch(TavoMP3QuickSearch* window);
+    // Position slider (TavoMP3PlayerMainSlider.cpp) and the flags it sets while the knob is held.
+    TavoSlider* TavoSlider1 = nullptr;
+    bool HideScroll = false;
+    bool AllowTimeChange = false;
+    void setMonitorEnabled(bool enabled) override;
+    void setHideScroll(bool on) override;
+    void setAllowTimeChange(bool on) override;
+    void jumpToTime(qint32 seconds) override;
+    void focusPlaylist() override;
+    void clearShownTitle() override;
     // Mode indicators (16-bit flags of the transport): bright when on, dark when off.
     bool ShuffleOn = false;
     bool RepeatOn = false;
@@ -264,6 +279,8 @@ private:
     void showSongHistogram(int row);
     void connectHandlers();
     void buildAppearance();
+    void buildPositionSlider();
+    void connectPositionSlider();
     void paintSchemeWindows(ColorRoles::Id role, const Rgb& colour);
     void writeSettingsOnClose();
     void buildUpdateMenus();

@@ -3,6 +3,7 @@
 #include "app/TavoMP3PlayerMain.h"
 
 #include "base/SettingsStore.h"
+#include "player/PlayerLink.h"
 #include "ui/AutomationIds.h"
 #include "ui/BackgroundPicture.h"
 #include "ui/ColoredWindow.h"
@@ -10,6 +11,7 @@
 #include "ui/SchemePainter.h"
 #include "ui/TavoMP3ID3.h"
 #include "ui/TavoMP3Settings.h"
+#include "ui/TavoSlider.h"
 #include "ui/TavoxMiniDiagram.h"
 #include "update/widgets/TavoMP3About.h"
 #include "update/widgets/TavoMP3News.h"
@@ -39,6 +41,7 @@ const Rgb kIndicatorOff = Rgb::fromPacked(0x4000);
 
 void TavoMP3PlayerMain::buildAppearance() {
     m_background = new BackgroundPicture(centralWidget());
+    buildPositionSlider();
     centralWidget()->setAutoFillBackground(true);
     // The secondary windows that share the scheme; each is created unshown on the first repaint.
     addSchemeWindow([this]() -> QWidget* { return &newsWindow(); });
@@ -154,6 +157,7 @@ void TavoMP3PlayerMain::SetColorDisplayTextBright(const Rgb& colour) {
              this, names({"lblTrackName", "lblTime", "LSleepmode", "LMP3Bitrate", "LMP3Samplerate"})))
         setTextColour(w, toColor(colour));
     TavoxMiniDiagram1->SetTextColor(float(colour.packed()));
+    TavoSlider1->SetValue(QStringLiteral("Shape1FillColor"), colour.packed());
     if (ShuffleOn)
         setTextColour(lblShuffle, toColor(colour));
     if (RepeatOn)
@@ -169,6 +173,7 @@ void TavoMP3PlayerMain::SetColorDisplayTextDark(const Rgb& colour) {
         setTextColour(lblRepeat, toColor(colour));
     if (!AutoCueOn)
         setTextColour(LAutoCue, toColor(colour));
+    TavoSlider1->SetValue(QStringLiteral("LineBorderColor"), colour.packed());
 }
 
 void TavoMP3PlayerMain::SetColorDisplayBackground(const Rgb& colour) {
@@ -179,6 +184,7 @@ void TavoMP3PlayerMain::SetColorDisplayBackground(const Rgb& colour) {
                                            "LAutoCue", "LSleepmode", "LMP3Bitrate", "LMP3Samplerate"})))
         setBackColour(w, toColor(colour));
     TavoxMiniDiagram1->SetBackgroundColor(float(colour.packed()));
+    TavoSlider1->SetValue(QStringLiteral("ShapeBackFillColor"), colour.packed());
 }
 
 void TavoMP3PlayerMain::UpdateColors() {
@@ -202,6 +208,7 @@ void TavoMP3PlayerMain::setBrowsePath(const QString& directories) {
 }
 
 void TavoMP3PlayerMain::startPlayer(const QString& playerPath) {
-    // The player link joins the main window separately; until then there is nothing to start.
-    Q_UNUSED(playerPath)
+    // Only a provided link is started (tests of other parts run without a player).
+    if (m_services.player)
+        m_player->StartWinamp(playerPath);
 }

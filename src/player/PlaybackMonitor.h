@@ -38,6 +38,8 @@ public:
     void RestoreCaption();
     // The volume slider was let go: the next tick sets the title label up again.
     void VolumeReleased();
+    // The position slider was let go: the next tick sets the title label up again.
+    void clearShownName() { m_shownName.clear(); }
 
     // What the labels show, for the window and the tests.
     const QString& text(Label label) const { return m_texts[label]; }
