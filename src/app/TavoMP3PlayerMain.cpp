@@ -24,6 +24,7 @@
 #include <QListView>
 #include <QProcess>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QScreen>
 
 namespace {
@@ -51,6 +52,7 @@ TavoMP3PlayerMain::TavoMP3PlayerMain(Services& services, QWidget* parent)
     setUpPlayback();
     connectPositionSlider();
     connectPlayback();
+    connectPlaylist2();
     AutomationIds::apply(this);
 }
 
@@ -119,6 +121,8 @@ void TavoMP3PlayerMain::load() {
         SettingsStore& s = m_services.settings;
         const QString playlistFile =
             s.GetSetting(kSettings, QStringLiteral("PlaylistFile"), QStringLiteral("0"));
+        const QString playlistFile2 =
+            s.GetSetting(kSettings, QStringLiteral("PlaylistFile2"), QStringLiteral("0"));
         UserMP3Directory = s.GetSetting(kSettings, QStringLiteral("UserMP3Directory"), QStringLiteral("0"));
         PlaylistPosition =
             Checked::textToInt32(s.GetSetting(kSettings, QStringLiteral("CurrentPlaylistPosition"), 0));
@@ -149,6 +153,10 @@ void TavoMP3PlayerMain::load() {
             } else {
                 m_playlists.setActPlaylist(1, QString());
             }
+            PL[1]->setChecked(true);
+            // The status shows the last load: that of the second playlist when it has one.
+            if (const QString text2 = loadPlaylist2(playlistFile2); !text2.isEmpty())
+                lastLoad = text2;
         }
 
         line = 11;

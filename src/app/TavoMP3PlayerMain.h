@@ -49,6 +49,7 @@ class PriorityFrame;
 class PriorityMenu;
 class TavoMP3QuickSearch;
 class TavoxMiniDiagram;
+class TavoMP3Playlist2;
 
 // The program's main window. The playlists and other state live in core objects it owns; the
 // window builds the controls under their design names and forwards events to the core.
@@ -153,6 +154,16 @@ public:
     QuickSearch& quickSearch() { return m_search; }
     // Opens the quick-search window with the typed character, without waiting for it.
     TavoMP3QuickSearch* openQuickSearch(const QString& typed);
+
+    // The second playlist window (TavoMP3PlayerMainPlaylist2.cpp), created hidden with the window.
+    SkinControl* BPlaylist2 = nullptr;
+    TavoMP3Playlist2* Playlist2 = nullptr;
+    // The main window's left and top as text when the second playlist was last docked.
+    QString LastDockedPosition;
+    // Shows or hides the second playlist and makes it the active one or not.
+    void BPlaylist2Click();
+    // One docking step of the monitor tick: keep the visible second playlist at the right edge.
+    void dockPlaylist2();
 
     // Switches the computer off (forced); used by the sleep mode and the second playlist's end.
     void ShutdownComputer();
@@ -285,6 +296,11 @@ private:
     void writeSettingsOnClose();
     void buildUpdateMenus();
     void connectUpdateHandlers();
+    void buildPlaylist2(QWidget* parent, QVBoxLayout* commands);
+    void connectPlaylist2();
+    void mainWindowActivated();
+    // Loads the file of "PlaylistFile2" at start; the load text, "" when there is none.
+    QString loadPlaylist2(const QString& file);
     // Runs an event handler under the classic error report.
     void handle(const QString& place, const std::function<void(int& line)>& body);
 

@@ -83,6 +83,10 @@ void TavoMP3PlayerMain::buildLayout() {
     FPlaylist->setSelectionMode(QAbstractItemView::ExtendedSelection);
     FPlaylist->setUniformItemSizes(true); // lets a 30 000-row list show at once
     FPlaylist->setAccessibleName(QStringLiteral("Playliste 1"));
+    // Rows are dragged into the second playlist; the list itself takes no drops.
+    FPlaylist->setDragEnabled(true);
+    FPlaylist->setDragDropMode(QAbstractItemView::DragOnly);
+    FPlaylist->setDefaultDropAction(Qt::CopyAction);
     FPlaylist->setMinimumSize(380, 300);
     middle->addWidget(FPlaylist, 1);
 
@@ -93,6 +97,7 @@ void TavoMP3PlayerMain::buildLayout() {
     commands->addWidget(BPLOpen);
     commands->addWidget(BPLSave);
     addPlaylistCommands(central, commands);
+    buildPlaylist2(central, commands);
     commands->addStretch(1);
     commands->addLayout(buildReportButtons(central));
     middle->addLayout(commands);

@@ -2,6 +2,7 @@
 #include "app/TavoMP3PlayerMain.h"
 #include "base/AppGlobals.h"
 #include "base/RuntimeError.h"
+#include "playlist/widgets/TavoMP3Playlist2.h"
 #include "playlist/widgets/TavoMP3QuickSearch.h"
 #include "ui/SchemePainter.h"
 #include "ui/SkinControl.h"
@@ -33,18 +34,29 @@ void TavoMP3PlayerMain::SetupSkins() {
     SkinNarrowOver = folder + QStringLiteral("Button86x22over.bmp");
     for (const SkinButton& b : kButtons) {
         // Buttons that another part of the window has not built yet are simply not there.
-        auto* button = findChild<SkinControl*>(QLatin1String(b.name));
+        // Searched below the window's own face: the second playlist has buttons of the same names.
+        auto* button = centralWidget()->findChild<SkinControl*>(QLatin1String(b.name));
         if (!button)
             continue;
         button->setStatusLine(&m_services.status);
         button->setImageOver(b.wide ? SkinWideOver : SkinNarrowOver);
         button->setImage(b.wide ? SkinWide : SkinNarrow);
     }
+    // The second playlist's two buttons carry short captions on the narrow face.
+    const std::pair<SkinControl*, QString> playlist2Buttons[] = {
+        {Playlist2->BPLOpen, QStringLiteral("Öffnen")}, {Playlist2->BPLSave, QStringLiteral("Speichern")}};
+    for (const auto& [button, caption] : playlist2Buttons) {
+        button->setStatusLine(&m_services.status);
+        button->setImageOver(SkinNarrowOver);
+        button->setImage(SkinNarrow);
+        button->setLabel(caption);
+    }
 }
 
 void TavoMP3PlayerMain::ResetSkinHover() {
     for (const SkinButton& b : kButtons)
-        if (auto* button = findChild<SkinControl*>(QLatin1String(b.name)); button && button->Over())
+        if (auto* button = centralWidget()->findChild<SkinControl*>(QLatin1String(b.name));
+            button && button->Over())
             button->setOver(false);
 }
 

@@ -82,6 +82,8 @@ void TavoMP3PlayerMain::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void TavoMP3PlayerMain::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        mainWindowActivated();
     // Minimized, only the notification-area icon is left.
     // Queued, because showMinimized() makes the window visible again right after the state change.
     if (event->type() == QEvent::WindowStateChange && isMinimized())

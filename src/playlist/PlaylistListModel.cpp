@@ -1,5 +1,7 @@
 #include "playlist/PlaylistListModel.h"
 
+#include <QMimeData>
+
 #include <algorithm>
 
 PlaylistListModel::PlaylistListModel(QObject* parent) : QAbstractListModel(parent), m_selection(this) {
@@ -19,6 +21,24 @@ QVariant PlaylistListModel::data(const QModelIndex& index, int role) const {
 
 Qt::ItemFlags PlaylistListModel::flags(const QModelIndex& index) const {
     return QAbstractListModel::flags(index) | Qt::ItemIsDragEnabled;
+}
+
+QStringList PlaylistListModel::mimeTypes() const {
+    return {QStringLiteral("text/plain")};
+}
+
+QMimeData* PlaylistListModel::mimeData(const QModelIndexList& indexes) const {
+    // Only one row is dragged: the one under the mouse, which the press made current.
+    int row = m_selection.currentIndex().row();
+    const bool currentDragged =
+        std::any_of(indexes.cbegin(), indexes.cend(), [row](const QModelIndex& i) { return i.row() == row; });
+    if (!currentDragged)
+        row = indexes.isEmpty() ? -1 : indexes.first().row();
+    if (row < 0 || row >= count())
+        return nullptr;
+    auto* data = new QMimeData;
+    data->setText(m_items.at(row));
+    return data;
 }
 
 void PlaylistListModel::clear() {

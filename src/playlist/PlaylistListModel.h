@@ -14,6 +14,11 @@ public:
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     QVariant data(const QModelIndex& index, int role) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
+    // A dragged row travels as its plain text ("<n>. <name>"), which the second playlist reads.
+    QStringList mimeTypes() const override;
+    QMimeData* mimeData(const QModelIndexList& indexes) const override;
+    // Copy is the drop the second playlist supports; a move (Shift) is offered so it can say so.
+    Qt::DropActions supportedDragActions() const override { return Qt::CopyAction | Qt::MoveAction; }
 
     void clear();
     void addItem(const QString& text);

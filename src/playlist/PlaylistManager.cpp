@@ -10,6 +10,8 @@
 #include "playlist/PlaylistFile.h"
 #include "playlist/PlaylistLine.h"
 
+#include <algorithm>
+
 namespace {
 const QString kFilter = QStringLiteral("Playlisten (*.txt)| *.txt");
 constexpr int kOpenFlags = 6148; // file and path must exist, hide read-only
@@ -185,4 +187,38 @@ bool PlaylistManager::AskSaveBeforeClose() {
             FuncSavePlaylistAs(1);
     }
     return true;
+}
+
+qint32 PlaylistManager::AddDragDropToPL2(const QString& text, qint32 position, int effect) {
+    if (effect != 1) {
+        m_services.dialogs.message(QStringLiteral("Geht noch ned... :-("));
+        return -1;
+    }
+    const int dot = text.indexOf(QLatin1Char('.'));
+    bool isNumber = false;
+    const qint64 number = text.left(dot).trimmed().toLongLong(&isNumber);
+    if (dot < 0 || !isNumber)
+        throw RuntimeError::typeMismatch();
+    if (number < 1 || number > PlaylistPaths.size())
+        throw RuntimeError::subscriptOutOfRange();
+    const QString line = PlaylistPaths.at(number - 1);
+
+    QStringList& target = Playlist2Paths;
+    if (target.isEmpty())
+        target.append(QString());
+    const qint32 last = qint32(target.size() - 1);
+    position = std::min(position, last + 1);
+    qint32 slot;
+    if (target.first().isEmpty()) {
+        // An empty playlist is filled in place, wherever in the empty box the row was let go.
+        slot = 0;
+        position = 0;
+    } else {
+        target.append(QString());
+        slot = last + 1;
+    }
+    for (qint32 k = slot; k > 0 && k >= position; --k)
+        target[k] = target[k - 1];
+    target[std::max(position, 0)] = line;
+    return std::max(position, 0);
 }

@@ -43,6 +43,12 @@ public:
     // The question on closing the main window; false = the user cancelled the close.
     bool AskSaveBeforeClose();
 
+    // A row of the main list ("<n>. <name>") dropped on playlist 2 at `position`. Effect 1 (copy)
+    // inserts entry n - 1 of playlist 1 there and returns the position; any other effect (a move)
+    // only says it is not supported and returns -1. Raises the subscript error for a number outside
+    // playlist 1 and the type mismatch for a text without one, before anything changes.
+    qint32 AddDragDropToPL2(const QString& text, qint32 position, int effect);
+
 signals:
     void actPlaylistChanged(int n, const QString& file);
     // Opening a playlist invalidates the previous-songs history.
