@@ -101,6 +101,21 @@ def quit_player(socket_path):
         pass
 
 
+def stop(program, runtime):
+    program.terminate()
+    try:
+        program.wait(10)
+    except subprocess.TimeoutExpired:
+        program.kill()
+    quit_player(os.path.join(runtime, "tavomp3-mpv.sock"))
+
+
+def report(failures):
+    for f in failures:
+        print("FAIL:", f)
+    return 1 if failures else 0
+
+
 def main():
     folder = tempfile.mkdtemp(prefix="tavo-atspi-")
     config, playlist = prepare(folder)
@@ -147,15 +162,8 @@ def main():
     except AssertionError as e:
         failures.append(str(e))
     finally:
-        program.terminate()
-        try:
-            program.wait(10)
-        except subprocess.TimeoutExpired:
-            program.kill()
-        quit_player(os.path.join(runtime, "tavomp3-mpv.sock"))
-    for f in failures:
-        print("FAIL:", f)
-    return 1 if failures else 0
+        stop(program, runtime)
+    return report(failures)
 
 
 if __name__ == "__main__":

@@ -11,7 +11,7 @@ import sys
 import tempfile
 import time
 
-from atspi_main_window import by_design_name, find_app, press, quit_player, wait_for, walk, write_silent_mp3
+from atspi_main_window import by_design_name, find_app, press, report, stop, wait_for, write_silent_mp3
 
 PROGRAM = sys.argv[1]
 
@@ -145,15 +145,8 @@ def main():
     except (AssertionError, OSError) as e:
         failures.append(str(e))
     finally:
-        program.terminate()
-        try:
-            program.wait(10)
-        except subprocess.TimeoutExpired:
-            program.kill()
-        quit_player(os.path.join(runtime, "tavomp3-mpv.sock"))
-    for f in failures:
-        print("FAIL:", f)
-    return 1 if failures else 0
+        stop(program, runtime)
+    return report(failures)
 
 
 if __name__ == "__main__":
