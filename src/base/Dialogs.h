@@ -23,9 +23,10 @@ public:
 
     virtual ~Dialogs() = default;
 
-    // Title empty = the program's name, as classic message boxes have it.
+    // Title empty = the program's name, as classic message boxes have it. defaultButton counts the
+    // buttons from 1 in the order of `buttons` (Yes, No, Cancel); Enter presses it.
     virtual Answer message(const QString& text, const QString& title = QString(),
-                           Buttons buttons = Buttons::Ok, Icon icon = Icon::None) = 0;
+                           Buttons buttons = Buttons::Ok, Icon icon = Icon::None, int defaultButton = 1) = 0;
     // nullopt = cancelled.
     virtual std::optional<QString> openFile(const FileRequest& request) = 0;
     virtual std::optional<QString> saveFile(const FileRequest& request) = 0;

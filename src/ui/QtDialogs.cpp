@@ -2,8 +2,10 @@
 
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPushButton>
 
-Dialogs::Answer QtDialogs::message(const QString& text, const QString& title, Buttons buttons, Icon icon) {
+Dialogs::Answer QtDialogs::message(const QString& text, const QString& title, Buttons buttons, Icon icon,
+                                   int defaultButton) {
     QMessageBox box(m_parent);
     box.setWindowTitle(title.isEmpty() ? defaultTitle() : title);
     box.setText(text);
@@ -38,14 +40,24 @@ Dialogs::Answer QtDialogs::message(const QString& text, const QString& title, Bu
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
         break;
     }
+    // Qt would choose by its own rules; the caller's choice (first button unless said otherwise) holds.
+    QList<QPushButton*> ordered;
+    for (QMessageBox::StandardButton b :
+         {QMessageBox::Ok, QMessageBox::Yes, QMessageBox::No, QMessageBox::Cancel})
+        if (auto* button = qobject_cast<QPushButton*>(box.button(b)))
+            ordered.append(button);
+    if (defaultButton >= 1 && defaultButton <= ordered.size())
+        box.setDefaultButton(ordered.at(defaultButton - 1));
     switch (box.exec()) {
     case QMessageBox::Yes:
         return Answer::Yes;
     case QMessageBox::No:
         return Answer::No;
+    case QMessageBox::Ok:
+        return Answer::Ok;
     case QMessageBox::Cancel:
         return Answer::Cancel;
-    default:
+    default: // closed by the window manager: Escape's answer
         return buttons == Buttons::Ok ? Answer::Ok : Answer::Cancel;
     }
 }

@@ -11,7 +11,7 @@ public:
     void setParent(QWidget* parent) { m_parent = parent; }
 
     Answer message(const QString& text, const QString& title = QString(), Buttons buttons = Buttons::Ok,
-                   Icon icon = Icon::None) override;
+                   Icon icon = Icon::None, int defaultButton = 1) override;
     std::optional<QString> openFile(const FileRequest& request) override;
     std::optional<QString> saveFile(const FileRequest& request) override;
 

@@ -7,7 +7,7 @@
 class ConsoleDialogs : public Dialogs {
 public:
     Answer message(const QString& text, const QString& title = QString(), Buttons buttons = Buttons::Ok,
-                   Icon icon = Icon::None) override;
+                   Icon icon = Icon::None, int defaultButton = 1) override;
     std::optional<QString> openFile(const FileRequest&) override { return std::nullopt; }
     std::optional<QString> saveFile(const FileRequest&) override { return std::nullopt; }
 };

@@ -8,8 +8,8 @@ QStringList ScriptedDialogs::messageTexts() const {
 }
 
 Dialogs::Answer ScriptedDialogs::message(const QString& text, const QString& title, Buttons buttons,
-                                         Icon icon) {
-    questions.append({text, title, buttons, icon});
+                                         Icon icon, int defaultButton) {
+    questions.append({text, title, buttons, icon, defaultButton});
     if (!answers.isEmpty())
         return answers.takeFirst();
     return (buttons == Buttons::Ok || buttons == Buttons::OkCancel) ? Answer::Ok : Answer::Cancel;

@@ -15,6 +15,7 @@ public:
         QString title;
         Buttons buttons;
         Icon icon;
+        int defaultButton;
     };
 
     QList<Answer> answers;
@@ -28,7 +29,7 @@ public:
     QStringList messageTexts() const;
 
     Answer message(const QString& text, const QString& title = QString(), Buttons buttons = Buttons::Ok,
-                   Icon icon = Icon::None) override;
+                   Icon icon = Icon::None, int defaultButton = 1) override;
     std::optional<QString> openFile(const FileRequest& request) override;
     std::optional<QString> saveFile(const FileRequest& request) override;
 };
