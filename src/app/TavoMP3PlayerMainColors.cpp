@@ -111,6 +111,10 @@ void TavoMP3PlayerMain::SetColorText(const Rgb& colour) {
          SchemePainter::named(this, names({"Label1", "Label2", "Label3", "Label13", "LabelSleep", "Label5",
                                            "Label12", "FPrio()", "Version", "FSleepmode"})))
         setTextColour(w, toColor(colour));
+    // The PL captions sit on the window face like Label13 beside them; in the classic button-text
+    // black they would vanish on a dark face.
+    for (QWidget* w : SchemePainter::named(this, names({"PL()"})))
+        setTextColour(w, toColor(colour));
     paintSchemeWindows(ColorRoles::Text, colour);
 }
 

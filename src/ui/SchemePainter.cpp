@@ -66,6 +66,8 @@ void setBackColour(QWidget* widget, const QColor& colour) {
         p.setColor(QPalette::AlternateBase, colour.darker(108));
     } else {
         p.setColor(QPalette::Window, colour);
+        // Buttons (option and check boxes too) fill their face from the Button role.
+        p.setColor(widget->backgroundRole(), colour);
         widget->setAutoFillBackground(true);
     }
     widget->setPalette(p);
