@@ -1,5 +1,6 @@
 #include "app/TavoMP3PlayerMain.h"
 #include "app/TrayModule.h"
+#include "ui/AccessibleFactory.h"
 #include "ui/AppIcon.h"
 #include "ui/AutomationIds.h"
 #include "ui/DirectoryField.h"
@@ -35,6 +36,7 @@ TavoMP3PlayerMain::TavoMP3PlayerMain(Services& services, QWidget* parent)
     : QMainWindow(parent), m_services(services), m_playlists(services, this),
       m_builder(services, m_playlists, m_lister, this), m_editor(services, m_playlists),
       m_search(services, m_playlists), m_updateSchedule(new UpdateCheckSchedule(services.settings, this)) {
+    AccessibleFactory::install();
     setObjectName(QStringLiteral("TavoMP3PlayerMain"));
     setWindowTitle(QStringLiteral("Tavo MP3 Player!"));
     setWindowIcon(AppIcon::make());

@@ -33,7 +33,8 @@ SkinControl* transportButton(QWidget* parent, const char* name, const QString& c
     auto* b = new SkinControl(caption, parent);
     b->setObjectName(QLatin1String(name));
     b->setMinimumSize(86, 24);
-    b->setFocusPolicy(Qt::NoFocus); // the focus stays on the playlist
+    // Reached with Tab; a click leaves the focus on the playlist.
+    b->setFocusPolicy(Qt::TabFocus);
     return b;
 }
 
@@ -76,7 +77,7 @@ QBoxLayout* TavoMP3PlayerMain::buildTransportControls(QWidget* parent) {
     sldVol->setRange(0, 255);
     sldVol->setValue(200);
     sldVol->setMinimumWidth(110);
-    sldVol->setAccessibleName(QStringLiteral("Volume"));
+    sldVol->setAccessibleName(QStringLiteral("Lautstärke"));
     Label3->setBuddy(sldVol);
     row->addWidget(Label3);
     row->addWidget(sldVol, 1);
@@ -86,8 +87,9 @@ QBoxLayout* TavoMP3PlayerMain::buildTransportControls(QWidget* parent) {
     row->addWidget(Label13);
     for (int i = 1; i <= 2; ++i) {
         PL[i] = new QRadioButton(QString::number(i), parent);
-        PL[i]->setObjectName(QStringLiteral("PL%1").arg(i));
-        PL[i]->setFocusPolicy(Qt::NoFocus);
+        PL[i]->setObjectName(QStringLiteral("PL(%1)").arg(i));
+        PL[i]->setFocusPolicy(Qt::TabFocus);
+        PL[i]->setAccessibleName(QStringLiteral("Playliste %1 aktiv").arg(i));
         row->addWidget(PL[i]);
     }
     PL[1]->setChecked(true);
@@ -113,7 +115,7 @@ void TavoMP3PlayerMain::setUpPlayback() {
     MenuPrevHead->setObjectName(QStringLiteral("MenuPrevHead"));
     for (int i = 1; i <= PrevSongs::kSlots; ++i) {
         MenuPrev[i] = MenuPrevHead->addAction(QStringLiteral("..."));
-        MenuPrev[i]->setObjectName(QStringLiteral("MenuPrev%1").arg(i));
+        MenuPrev[i]->setObjectName(QStringLiteral("MenuPrev(%1)").arg(i));
         MenuPrev[i]->setVisible(i == 1);
         connect(MenuPrev[i], &QAction::triggered, this, [this, i] {
             handle(QStringLiteral("MenuPrev_Click"), [this, i](int& line) {

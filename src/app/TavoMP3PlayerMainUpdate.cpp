@@ -1,6 +1,7 @@
 // The main window's part of the online update (menu entry, the minute counter of the timed check,
 // the update window) and the menu entries of the news, about and ID3 windows.
 #include "app/TavoMP3PlayerMain.h"
+#include "ui/AutomationIds.h"
 #include "ui/TavoMP3ID3.h"
 #include "update/UpdateCheckSchedule.h"
 #include "update/widgets/TavoMP3About.h"
@@ -65,6 +66,7 @@ void TavoMP3PlayerMain::connectUpdateHandlers() {
 TavoMP3Update& TavoMP3PlayerMain::updateWindow() {
     if (!m_updateWindow) {
         m_updateWindow = new TavoMP3Update(m_services, UpdateSource, this);
+        AutomationIds::apply(m_updateWindow);
         UpdateCheck& check = m_updateWindow->check();
         connect(&check, &UpdateCheck::versionListCompared, m_updateSchedule, &UpdateCheckSchedule::disable);
         connect(&check, &UpdateCheck::showWindowRequested, m_updateWindow,
@@ -82,18 +84,21 @@ void TavoMP3PlayerMain::AutomaticUpdateCheck() {
 TavoMP3News& TavoMP3PlayerMain::newsWindow() {
     if (!m_newsWindow)
         m_newsWindow = new TavoMP3News(this);
+    AutomationIds::apply(m_newsWindow);
     return *m_newsWindow;
 }
 
 TavoMP3About& TavoMP3PlayerMain::aboutWindow() {
     if (!m_aboutWindow)
         m_aboutWindow = new TavoMP3About(this);
+    AutomationIds::apply(m_aboutWindow);
     return *m_aboutWindow;
 }
 
 TavoMP3ID3& TavoMP3PlayerMain::id3Window() {
     if (!m_id3Window)
         m_id3Window = new TavoMP3ID3(this);
+    AutomationIds::apply(m_id3Window);
     return *m_id3Window;
 }
 

@@ -1,5 +1,7 @@
 #include "ui/TavoMP3Settings.h"
 
+#include "ui/AutomationIds.h"
+
 #include "appearance/SettingsWindowHost.h"
 #include "appearance/UpdateOptionTexts.h"
 #include "base/Checked.h"
@@ -160,6 +162,7 @@ void TavoMP3Settings::BBrowseBGImage_Click() {
 void TavoMP3Settings::BAddDir_Click() {
     if (!m_tree)
         m_tree = new TavoMp3Tree(this);
+    AutomationIds::apply(m_tree);
     m_tree->show();
     m_tree->raise();
 }

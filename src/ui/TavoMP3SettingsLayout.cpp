@@ -62,6 +62,7 @@ void TavoMP3Settings::buildLayout() {
     auto* outer = new QVBoxLayout(this);
     outer->setContentsMargins(10, 10, 10, 10);
     tbOptions = named(new QTabWidget(this), "tbOptions");
+    tbOptions->setAccessibleName(QStringLiteral("Einstellungen"));
     tbOptions->addTab(buildGeneralTab(), QStringLiteral(" General Settings"));
     tbOptions->addTab(buildAppearanceTab(), QStringLiteral("&Programm Oberfläche"));
     tbOptions->addTab(buildUpdateTab(), QStringLiteral("Update Options"));
@@ -70,6 +71,7 @@ void TavoMP3Settings::buildLayout() {
     // Diagnostic dump of the working colours; kept out of sight like a developer's field.
     FTest = named(new QPlainTextEdit(this), "FTest");
     FTest->setReadOnly(true);
+    FTest->setAccessibleName(QStringLiteral("Farbwerte"));
     FTest->setVisible(false);
 
     FStatus = label(this, "FStatus", QString());
@@ -246,6 +248,8 @@ QWidget* TavoMP3Settings::buildUpdateTab() {
     RUpdateMode[3] =
         named(new QRadioButton(QStringLiteral("keine Auforderung zum Update"), tab), "RUpdateMode(3)");
     Label13->setBuddy(FUpdateInterval);
+    // The reminder interval has no label of its own; the option before it says what it is.
+    FUpdateIntervalRemind->setAccessibleName(QStringLiteral("Aufforderung zum Update alle"));
     grid->addWidget(RUpdateMode[1], 1, 0, 1, 3);
     grid->addItem(new QSpacerItem(22, 1), 2, 0);
     grid->addWidget(Label13, 2, 1);
@@ -260,6 +264,9 @@ QWidget* TavoMP3Settings::buildUpdateTab() {
     FNextUpdateCheck = readOnlyField(tab, "FNextUpdateCheck");
     Label15 = label(tab, "Label15", QStringLiteral("Letzter Status:"));
     FLastUpdateCheckStatus = readOnlyField(tab, "FLastUpdateCheckStatus");
+    Label3->setBuddy(FLastUpdateCheck);
+    Label4->setBuddy(FNextUpdateCheck);
+    Label15->setBuddy(FLastUpdateCheckStatus);
     grid->addItem(new QSpacerItem(1, 12), 5, 0);
     grid->addWidget(Label3, 6, 0, 1, 3);
     grid->addWidget(FLastUpdateCheck, 7, 0, 1, 3);

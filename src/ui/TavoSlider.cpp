@@ -6,8 +6,11 @@
 #include "base/RuntimeError.h"
 #include "ui/SliderHost.h"
 
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+
+#include <algorithm>
 
 namespace {
 
@@ -26,7 +29,9 @@ QColor colourOf(const QVariant& value) {
 TavoSlider::TavoSlider(QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("TavoSlider1"));
     setMinimumHeight(12);
-    setAccessibleName(QStringLiteral("Position"));
+    setAccessibleName(QStringLiteral("Songposition"));
+    // Reached with Tab, not taken by a click: the playlist keeps the focus while the mouse seeks.
+    setFocusPolicy(Qt::TabFocus);
     m_timer.setObjectName(QStringLiteral("TimerSlider"));
     m_timer.setInterval(20);
     connect(&m_timer, &QTimer::timeout, this, &TavoSlider::TimerSlider_Timer);
@@ -50,6 +55,7 @@ void TavoSlider::SetValue(const QString& name, const QVariant& value) {
         if (m_max == 0)
             throw RuntimeError(11, QStringLiteral("Division durch Null"));
         m_target = float(value.toDouble() * m_width / m_max);
+        m_value = qint32(value.toLongLong());
     } else {
         return;
     }
@@ -119,4 +125,38 @@ void TavoSlider::mouseReleaseEvent(QMouseEvent* event) {
     m_host->setHideScroll(false);
     m_host->focusPlaylist();
     m_host->clearShownTitle();
+}
+
+void TavoSlider::seekTo(qint32 seconds) {
+    seconds = std::clamp<qint32>(seconds, 0, m_max);
+    if (m_width != 0 && m_max != 0)
+        m_target = float(seconds) * float(m_width) / float(m_max);
+    update();
+    if (m_host) {
+        m_host->jumpToTime(seconds);
+        m_host->clearShownTitle();
+    }
+}
+
+void TavoSlider::keyPressEvent(QKeyEvent* event) {
+    // Five seconds a step, a minute with Page keys: the keyboard way to seek.
+    int step = 0;
+    switch (event->key()) {
+    case Qt::Key_Left:
+        step = -5;
+        break;
+    case Qt::Key_Right:
+        step = 5;
+        break;
+    case Qt::Key_PageDown:
+        step = -60;
+        break;
+    case Qt::Key_PageUp:
+        step = 60;
+        break;
+    default:
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    seekTo(m_value + step);
 }

@@ -29,6 +29,10 @@ public:
     float smoothedTarget() const { return m_smoothed; }
     float knobPosition() const { return m_knob; }
     qint16 maximum() const { return m_max; }
+    // The last "SliderValue": the song position in seconds.
+    qint32 value() const { return m_value; }
+    // Jumps the player to `seconds` (clamped to 0..maximum) as a release of the knob there would.
+    void seekTo(qint32 seconds);
     qint16 unitWidth() const { return m_width; }
     QTimer& timer() { return m_timer; }
     QColor shapeBackColor() const { return m_backColor; }
@@ -46,6 +50,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     SliderHost* m_host = nullptr;
@@ -54,6 +59,7 @@ private:
     float m_smoothed = 0;
     float m_knob = 0;
     qint16 m_max = 0;
+    qint32 m_value = 0;
     qint16 m_width = 5000;
     int m_lineWidth = 1;
     QColor m_backColor = QColor(0, 0, 0);

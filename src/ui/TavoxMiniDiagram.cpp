@@ -59,6 +59,7 @@ void TavoxMiniDiagram::SetMiniDiagram(const std::array<qint32, 16>& Histogram) {
         max = qMax(max, Histogram[std::size_t(i)]);
     if (max == 0)
         return;
+    m_counts = Histogram;
     for (int i = 1; i <= kClasses; ++i) {
         // Halves go to the even neighbour (the default rounding mode).
         const double length = std::nearbyint(double(Histogram[std::size_t(i)]) * kFullLength / max);
@@ -104,4 +105,23 @@ void TavoxMiniDiagram::paintEvent(QPaintEvent*) {
         if (x2 > x1)
             painter.fillRect(QRect(x1, y - kBarPixels / 2, x2 - x1, kBarPixels), m_text);
     }
+}
+
+QString TavoxMiniDiagram::describe() const {
+    // MPEG-1 Layer III rates of the classes the bars show, 1..14.
+    static constexpr int kKbps[kClasses] = {32, 40, 48, 56, 64, 80, 96, 112, 128, 160, 192, 224, 256, 320};
+    qint64 total = 0;
+    for (int i = 1; i <= kClasses; ++i)
+        total += m_counts[std::size_t(i)];
+    if (total == 0)
+        return QString();
+    QStringList parts;
+    for (int i = kClasses; i >= 1; --i) {
+        const qint32 count = m_counts[std::size_t(i)];
+        if (count == 0)
+            continue;
+        const auto percent = qint64(NumberText::roundHalfEven(100.0 * count / double(total), 0));
+        parts << QStringLiteral("%1 kbps: %2 %").arg(kKbps[i - 1]).arg(percent);
+    }
+    return parts.join(QStringLiteral(", "));
 }

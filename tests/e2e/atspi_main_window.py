@@ -141,6 +141,30 @@ def main():
         if rows[:3] != ["1. Erstes Lied", "2. Zweites Lied", "3. Drittes Lied"]:
             failures.append("rows read %r" % rows)
 
+        # Play pressed through the bus: the player plays and the display says so.
+        press(by_design_name(app, "BPlay"))
+        monitor = by_design_name(app, "FTest2")
+        wait_for("the player playing", lambda: monitor.name == "Winamp Status = 1 / Playmode = 1")
+        # Our own controls: the position slider is a slider with the song's range, the diagram an image
+        # with words, and menu entries carry their design names.
+        slider = by_design_name(app, "TavoSlider1")
+        if slider.getRoleName() != "slider" or slider.name != "Songposition":
+            failures.append("slider reads %r / %r" % (slider.getRoleName(), slider.name))
+        value = slider.queryValue()
+        wait_for("the song length on the slider", lambda: value.maximumValue >= 1)
+        diagram = by_design_name(app, "TavoxMiniDiagram1")
+        if diagram.getRoleName() not in ("image", "graphic"):
+            failures.append("diagram role %r" % diagram.getRoleName())
+        if by_design_name(app, "MenuDateiSavePlaylist") is None:
+            failures.append("no menu entry described MenuDateiSavePlaylist")
+        dump = ["%s %r %r" % (n.getRoleName(), n.name, n.description) for n in walk(app)
+                if n.description in ("BPlay", "TavoSlider1", "TavoxMiniDiagram1", "sldVol", "PL(1)", "FPrio(5)")]
+        print("\n".join(dump))
+        if len(dump) != 6:
+            failures.append("described controls found: %d of 6" % len(dump))
+        press(by_design_name(app, "BStop"))
+        wait_for("the player stopped", lambda: monitor.name == "Winamp Status = 0 / Playmode = 0")
+
         # A check box pressed through the bus arms the sleep countdown.
         press(by_design_name(app, "FSleepmode"))
         sleep_label = by_design_name(app, "LSleepmode")

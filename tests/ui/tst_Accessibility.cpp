@@ -1,0 +1,174 @@
+#include "app/TavoMP3PlayerMain.h"
+#include "playlist/widgets/TavoMP3Playlist2.h"
+#include "support/FakePlayer.h"
+#include "support/TestServices.h"
+#include "ui/AccessibleFactory.h"
+#include "ui/AutomationIds.h"
+#include "ui/SkinControl.h"
+#include "ui/TavoMP3ID3.h"
+#include "ui/TavoMP3Settings.h"
+#include "ui/TavoSlider.h"
+#include "ui/TavoxMiniDiagram.h"
+#include "update/widgets/TavoMP3About.h"
+#include "update/widgets/TavoMP3News.h"
+#include "update/widgets/TavoMP3Update.h"
+
+#include <QAccessible>
+#include <QAction>
+#include <QCheckBox>
+#include <QLabel>
+#include <QListView>
+#include <QMenu>
+#include <QRadioButton>
+#include <QtTest>
+
+// What screen readers and desktop scripts get from our windows and our own controls.
+class tst_Accessibility : public QObject {
+    Q_OBJECT
+
+    struct Rig {
+        TestServices t;
+        FakePlayer player{t.status};
+        Services services = withPlayer();
+        TavoMP3PlayerMain w{services};
+        Services withPlayer() {
+            Services s = t.services;
+            s.player = &player;
+            return s;
+        }
+    };
+
+    static QAccessibleInterface* iface(QObject* o) { return QAccessible::queryAccessibleInterface(o); }
+
+private slots:
+    void init() { qunsetenv(AutomationIds::kVariable); }
+    void cleanup() { qunsetenv(AutomationIds::kVariable); }
+
+    // Anything that takes the keyboard focus can be operated, so it must have a name to speak.
+    void everyOperableControlHasAName() {
+        Rig r;
+        r.w.settingsWindow();
+        r.w.newsWindow();
+        r.w.aboutWindow();
+        r.w.id3Window();
+        r.w.updateWindow();
+        r.w.openQuickSearch(QStringLiteral("A"));
+        // The secondary windows are children of the main window.
+        QList<QWidget*> windows{&r.w};
+        QStringList nameless;
+        for (QWidget* window : windows)
+            for (QWidget* w : window->findChildren<QWidget*>()) {
+                // A label's name is its text, whatever it shows at the moment.
+                if (w->focusPolicy() == Qt::NoFocus || w->objectName().startsWith(QLatin1String("qt_")) ||
+                    !w->isEnabled() || qobject_cast<QLabel*>(w))
+                    continue;
+                QAccessibleInterface* a = iface(w);
+                if (a && a->text(QAccessible::Name).trimmed().isEmpty())
+                    nameless << QLatin1String(w->metaObject()->className()) + QLatin1Char(' ') +
+                                    w->objectName();
+            }
+        QVERIFY2(nameless.isEmpty(), qPrintable(nameless.join(QStringLiteral(", "))));
+    }
+
+    void skinButtonIsAPushButtonThatPresses() {
+        Rig r;
+        QAccessibleInterface* a = iface(r.w.BPlay);
+        QCOMPARE(a->role(), QAccessible::Button);
+        QCOMPARE(a->text(QAccessible::Name), QStringLiteral("Play"));
+        QVERIFY(a->state().focusable);
+        QVERIFY(a->actionInterface()->actionNames().contains(QAccessibleActionInterface::pressAction()));
+        QSignalSpy clicks(r.w.BPlay, &SkinControl::clicked);
+        a->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QTRY_COMPARE(clicks.count(), 1);
+    }
+
+    void positionSliderHasValueAndRangeAndSeeks() {
+        Rig r;
+        r.w.TavoSlider1->SetValue(QStringLiteral("SliderMax"), 200);
+        r.w.TavoSlider1->SetValue(QStringLiteral("SliderValue"), 50);
+        QAccessibleInterface* a = iface(r.w.TavoSlider1);
+        QCOMPARE(a->role(), QAccessible::Slider);
+        QCOMPARE(a->text(QAccessible::Name), QStringLiteral("Songposition"));
+        QAccessibleValueInterface* v = a->valueInterface();
+        QVERIFY(v);
+        QCOMPARE(v->currentValue().toInt(), 50);
+        QCOMPARE(v->minimumValue().toInt(), 0);
+        QCOMPARE(v->maximumValue().toInt(), 200);
+        v->setCurrentValue(120);
+        v->setCurrentValue(500); // past the end: the last second
+        QTest::keyClick(r.w.TavoSlider1, Qt::Key_Right);
+        QCOMPARE(r.player.calls.filter(QStringLiteral("JumpToTime")),
+                 (QStringList{QStringLiteral("JumpToTime 120000"), QStringLiteral("JumpToTime 200000"),
+                              QStringLiteral("JumpToTime 55000")}));
+    }
+
+    void miniDiagramDescribesItsBars() {
+        TavoxMiniDiagram d;
+        AccessibleFactory::install();
+        QAccessibleInterface* a = iface(&d);
+        QCOMPARE(a->role(), QAccessible::Graphic);
+        QCOMPARE(a->text(QAccessible::Description), QStringLiteral("Noch kein Song gewählt"));
+        std::array<qint32, 16> counts{};
+        counts[9] = 90;  // 128 kbps
+        counts[10] = 10; // 160 kbps
+        counts[15] = 7;  // the invalid class is not shown
+        d.SetMiniDiagram(counts);
+        QCOMPARE(a->text(QAccessible::Description), QStringLiteral("160 kbps: 10 %, 128 kbps: 90 %"));
+    }
+
+    void listRowsCarryTheirTexts() {
+        Rig r;
+        r.w.playlists().paths(1) = {QStringLiteral("/m/Alpha.mp3:5"), QStringLiteral("/m/Beta.mp3:3")};
+        r.w.playlists().FuncDisplayPlaylist(true, 1);
+        QAccessibleInterface* list = iface(r.w.FPlaylist);
+        QCOMPARE(list->text(QAccessible::Name), QStringLiteral("Playliste 1"));
+        QStringList rows;
+        for (int i = 0; i < list->childCount(); ++i)
+            if (const QString name = list->child(i)->text(QAccessible::Name); !name.isEmpty())
+                rows << name;
+        QCOMPARE(rows, (QStringList{QStringLiteral("1. Alpha"), QStringLiteral("2. Beta")}));
+    }
+
+    void menuEntriesTellTheirDesignNamesOnlyWhenAsked_data() {
+        QTest::addColumn<bool>("automation");
+        QTest::newRow("design names on") << true;
+        QTest::newRow("off") << false;
+    }
+    void menuEntriesTellTheirDesignNamesOnlyWhenAsked() {
+        QFETCH(bool, automation);
+        if (automation)
+            qputenv(AutomationIds::kVariable, "1");
+        Rig r;
+        QAction* entry = r.w.MenuPrev[1]; // the one entry shown before any song was played
+        QCOMPARE(entry->objectName(), QStringLiteral("MenuPrev(1)"));
+        QAccessibleInterface* a = AccessibleFactory::create(QStringLiteral("QAction"), entry);
+        QCOMPARE(a != nullptr, automation);
+        if (!a)
+            return;
+        QAccessible::registerAccessibleInterface(a);
+        QCOMPARE(a->text(QAccessible::Description), QStringLiteral("MenuPrev(1)"));
+        QCOMPARE(a->role(), QAccessible::MenuItem);
+        QCOMPARE(a->parent()->object(), r.w.MenuPrevHead);
+        QSignalSpy triggered(entry, &QAction::triggered);
+        a->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QCOMPARE(triggered.count(), 1);
+        // Entries that open a submenu stay Qt's own.
+        QVERIFY(!AccessibleFactory::create(QStringLiteral("QAction"), r.w.MenuDatei->menuAction()));
+    }
+
+    void designNamesOfArraysAndLateWindows() {
+        qputenv(AutomationIds::kVariable, "1");
+        Rig r;
+        QCOMPARE(r.w.PL[2]->accessibleDescription(), QStringLiteral("PL(2)"));
+        QCOMPARE(r.w.Playlist2->ShutdownOnPL2End->accessibleDescription(),
+                 QStringLiteral("ShutdownOnPL2End"));
+        // Windows made on first use get their names when they are built.
+        QCOMPARE(r.w.settingsWindow()->accessibleDescription(), r.w.settingsWindow()->objectName());
+        QWidget& news = r.w.newsWindow();
+        QVERIFY(!news.objectName().isEmpty());
+        QCOMPARE(news.accessibleDescription(), news.objectName());
+    }
+};
+
+QTEST_MAIN(tst_Accessibility)
+#include "tst_Accessibility.moc"
