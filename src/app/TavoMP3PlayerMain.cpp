@@ -104,15 +104,15 @@ void TavoMP3PlayerMain::load() {
         line = 2;
         Version->setText(QStringLiteral("Version ") + QString::number(TAVO_VERSION_MAJOR) + QLatin1Char('.') +
                          QString::number(TAVO_VERSION_MINOR));
+        line = 3;
+        // The built-in frame reader replaces the optional classic library, so the bitrate
+        // report and the diagram always stay visible.
+        MP3InfoAvailable = true;
         line = 5;
         for (QLabel* l : {lblTrackName, lblTime, LMP3Bitrate, LMP3Samplerate})
             l->clear();
         m_sleep.clearLabel();
         m_sleep.SleepTimeChoice = FSleepmodeTime->currentText();
-        line = 3;
-        // The built-in frame reader replaces the optional classic library, so the bitrate
-        // report and the diagram always stay visible.
-        MP3InfoAvailable = true;
 
         line = 6;
         LoadActivePreset();
