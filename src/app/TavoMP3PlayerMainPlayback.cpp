@@ -10,6 +10,7 @@
 #include "player/PlaybackMonitor.h"
 #include "player/Transport.h"
 #include "playlist/SongSelection.h"
+#include "playlist/widgets/PriorityFrame.h"
 #include "ui/SkinControl.h"
 
 #include <QAction>
@@ -109,6 +110,8 @@ void TavoMP3PlayerMain::setUpPlayback() {
     m_selection = new SongSelection(m_services, m_playlists, *m_player, *this, m_history, this);
     m_transport = new Transport(m_playlists, *m_player, *this, m_history, *m_selection, this);
     m_monitor = new PlaybackMonitor(m_playlists, *m_player, *this, *m_selection, m_services.status, this);
+    // A hit of the quick search is marked like any other chosen song.
+    m_search.SelectSong = [this](qint32 position) { m_selection->SelectSong(position, 1); };
 
     // The hidden history menu, popped up by BLast.
     MenuPrevHead = new QMenu(QStringLiteral("Prev"), this);
@@ -196,6 +199,7 @@ void TavoMP3PlayerMain::connectPlayback() {
                 }
             });
     connect(&m_playlists, &PlaylistManager::historyResetRequested, m_transport, &Transport::ResetPrevSongs);
+    connect(m_transport, &Transport::priorityDisplayRefreshRequested, Frame1, &PriorityFrame::clearChoice);
 
     QLabel* labels[] = {lblTrackName, lblTime, LMP3Bitrate, LMP3Samplerate, FTest2};
     connect(m_monitor, &PlaybackMonitor::textChanged, this,

@@ -2,9 +2,12 @@
 #include "app/TrayModule.h"
 #include "base/AppGlobals.h"
 #include "playlist/PlaylistFile.h"
+#include "playlist/widgets/PriorityFrame.h"
 #include "support/FakePlayer.h"
 #include "support/TestServices.h"
 
+#include <QAction>
+#include <QRadioButton>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -98,6 +101,26 @@ private slots:
         QCOMPARE(int(w.PlayMode), playMode);
         // Incomplete settings start no player at all.
         QCOMPARE(player.startCount, complete ? 1 : 0);
+    }
+
+    void historyEntryTakesThePriorityMarkAway() {
+        TestServices t;
+        FakePlayer player(t.status);
+        Services s = t.services;
+        s.player = &player;
+        t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("WinampPath"),
+                               QStringLiteral("/usr/bin/mpv"));
+        t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("UserMP3Directory"),
+                               QStringLiteral("/m"));
+        t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("PlaylistFile"), playlist(3));
+        TavoMP3PlayerMain w(s);
+        w.load();
+        w.Frame1->FPrio[3]->click();
+        QVERIFY(w.Frame1->FPrio[3]->isChecked());
+        w.MenuPrev[1]->trigger();
+        for (QRadioButton* option : w.Frame1->FPrio)
+            QVERIFY(!option->isChecked());
+        QCOMPARE(player.playedFiles(), QStringList{QStringLiteral("/m/Song0.mp3")});
     }
 };
 

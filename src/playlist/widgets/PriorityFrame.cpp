@@ -30,3 +30,12 @@ PriorityFrame::PriorityFrame(QWidget* parent) : QGroupBox(QStringLiteral("Liedpr
     }
     grid->setColumnStretch(1, 1);
 }
+
+void PriorityFrame::clearChoice() {
+    // Exclusive options cannot all be off; the exclusivity is lifted for the moment.
+    for (QRadioButton* option : FPrio) {
+        option->setAutoExclusive(false);
+        option->setChecked(false);
+        option->setAutoExclusive(true);
+    }
+}

@@ -16,6 +16,10 @@ public:
     QList<QRadioButton*> FPrio; // by priority 0..5
     QList<QLabel*> legend;      // Label6 .. Label11, priority 5 down to 0
 
+    // The options are commands: the one pressed last stays marked. Before a song from the history
+    // plays the mark is taken away, so that it is not read as that song's priority.
+    void clearChoice();
+
 signals:
     void prioClicked(int priority);
 };
