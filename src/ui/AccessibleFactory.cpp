@@ -3,6 +3,8 @@
 #include "ui/AutomationIds.h"
 #include "ui/MenuItemAccessible.h"
 #include "ui/MiniDiagramAccessible.h"
+#include "ui/SkinControl.h"
+#include "ui/SkinControlAccessible.h"
 #include "ui/TavoSlider.h"
 #include "ui/TavoSliderAccessible.h"
 #include "ui/TavoxMiniDiagram.h"
@@ -14,6 +16,8 @@
 namespace AccessibleFactory {
 
 QAccessibleInterface* create(const QString& className, QObject* object) {
+    if (className == QLatin1String("SkinControl"))
+        return new SkinControlAccessible(static_cast<SkinControl*>(object));
     if (className == QLatin1String("TavoSlider"))
         return new TavoSliderAccessible(static_cast<TavoSlider*>(object));
     if (className == QLatin1String("TavoxMiniDiagram"))

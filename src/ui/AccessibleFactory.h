@@ -5,7 +5,8 @@
 class QAccessibleInterface;
 class QObject;
 
-// Tells Qt's accessibility how to present our own controls: the position slider as a slider with
+// Tells Qt's accessibility how to present our own controls: skin buttons as plain push buttons,
+// the position slider as a slider with
 // a value, the mini diagram as an image with a description, and (with design names switched on)
 // menu entries with their design names.
 namespace AccessibleFactory {
