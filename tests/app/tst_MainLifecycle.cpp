@@ -4,6 +4,7 @@
 #include "playlist/PlaylistFile.h"
 #include "playlist/widgets/PriorityFrame.h"
 #include "support/FakePlayer.h"
+#include "support/MainWindowRig.h"
 #include "support/TestServices.h"
 
 #include <QAction>
@@ -84,43 +85,31 @@ private slots:
         QFETCH(int, songs);
         QFETCH(bool, complete);
         QFETCH(int, playMode);
-        TestServices t;
-        FakePlayer player(t.status);
-        Services s = t.services;
-        s.player = &player;
+        MainWindowRig r;
         if (complete) {
-            t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("WinampPath"),
-                                   QStringLiteral("/usr/bin/mpv"));
-            t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("UserMP3Directory"),
-                                   QStringLiteral("/m"));
+            r.setting("WinampPath", QStringLiteral("/usr/bin/mpv"));
+            r.setting("UserMP3Directory", QStringLiteral("/m"));
         }
-        t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("PlaylistFile"), playlist(songs));
+        r.setting("PlaylistFile", playlist(songs));
         AppGlobals::PlayOnStart = playWord;
-        TavoMP3PlayerMain w(s);
-        w.load();
-        QCOMPARE(int(w.PlayMode), playMode);
+        r.w.load();
+        QCOMPARE(int(r.w.PlayMode), playMode);
         // Incomplete settings start no player at all.
-        QCOMPARE(player.startCount, complete ? 1 : 0);
+        QCOMPARE(r.player.startCount, complete ? 1 : 0);
     }
 
     void historyEntryTakesThePriorityMarkAway() {
-        TestServices t;
-        FakePlayer player(t.status);
-        Services s = t.services;
-        s.player = &player;
-        t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("WinampPath"),
-                               QStringLiteral("/usr/bin/mpv"));
-        t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("UserMP3Directory"),
-                               QStringLiteral("/m"));
-        t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("PlaylistFile"), playlist(3));
-        TavoMP3PlayerMain w(s);
-        w.load();
-        w.Frame1->FPrio[3]->click();
-        QVERIFY(w.Frame1->FPrio[3]->isChecked());
-        w.MenuPrev[1]->trigger();
-        for (QRadioButton* option : w.Frame1->FPrio)
+        MainWindowRig r;
+        r.setting("WinampPath", QStringLiteral("/usr/bin/mpv"));
+        r.setting("UserMP3Directory", QStringLiteral("/m"));
+        r.setting("PlaylistFile", playlist(3));
+        r.w.load();
+        r.w.Frame1->FPrio[3]->click();
+        QVERIFY(r.w.Frame1->FPrio[3]->isChecked());
+        r.w.MenuPrev[1]->trigger();
+        for (QRadioButton* option : r.w.Frame1->FPrio)
             QVERIFY(!option->isChecked());
-        QCOMPARE(player.playedFiles(), QStringList{QStringLiteral("/m/Song0.mp3")});
+        QCOMPARE(r.player.playedFiles(), QStringList{QStringLiteral("/m/Song0.mp3")});
     }
 };
 

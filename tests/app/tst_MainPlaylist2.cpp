@@ -1,11 +1,10 @@
 #include "app/TavoMP3PlayerMain.h"
 #include "player/PlaybackMonitor.h"
 #include "playlist/PlaylistFile.h"
+#include "playlist/SongSelection.h"
 #include "playlist/widgets/PlaylistDropView.h"
 #include "playlist/widgets/TavoMP3Playlist2.h"
-#include "support/FakePlayer.h"
-#include "support/TestServices.h"
-#include "playlist/SongSelection.h"
+#include "support/MainWindowRig.h"
 #include "ui/ClickLabel.h"
 #include "ui/SkinControl.h"
 
@@ -21,18 +20,9 @@
 class tst_MainPlaylist2 : public QObject {
     Q_OBJECT
 
-    struct Rig {
-        TestServices t;
-        FakePlayer player{t.status};
-        Services services = withPlayer();
-        TavoMP3PlayerMain w{services};
+    struct Rig : MainWindowRig {
         TavoMP3Playlist2& pl2 = *w.Playlist2;
 
-        Services withPlayer() {
-            Services s = t.services;
-            s.player = &player;
-            return s;
-        }
         void fill(int n, const QStringList& paths) {
             w.playlists().paths(n) = paths;
             w.playlists().FuncDisplayPlaylist(true, n);
@@ -302,13 +292,10 @@ private slots:
         const QString two = dir.filePath(QStringLiteral("two.txt"));
         PlaylistFile::writeLines(one, songs(QStringLiteral("a"), 3));
         PlaylistFile::writeLines(two, songs(QStringLiteral("b"), 2));
-        auto set = [&](const char* key, const QString& value) {
-            r.t.settings.SaveSetting(QStringLiteral("Settings"), QLatin1String(key), value);
-        };
-        set("WinampPath", QStringLiteral("/usr/bin/mpv"));
-        set("UserMP3Directory", dir.path());
-        set("PlaylistFile", one);
-        set("PlaylistFile2", two);
+        r.setting("WinampPath", QStringLiteral("/usr/bin/mpv"));
+        r.setting("UserMP3Directory", dir.path());
+        r.setting("PlaylistFile", one);
+        r.setting("PlaylistFile2", two);
         r.w.load();
         QCOMPARE(r.w.playlists().Playlist2Paths, songs(QStringLiteral("b"), 2));
         QCOMPARE(r.pl2.FActPlaylist->text(), two);

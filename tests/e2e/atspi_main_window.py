@@ -110,6 +110,25 @@ def stop(program, runtime):
     quit_player(os.path.join(runtime, "tavomp3-mpv.sock"))
 
 
+def start(folder, config, **extra_env):
+    """Starts the program on the accessibility bus with design names switched on and a private runtime
+    folder, where the player it starts listens on its socket. Returns the process and that folder."""
+    runtime = os.path.join(folder, "runtime")
+    os.makedirs(runtime, mode=0o700)
+    env = dict(os.environ, XDG_CONFIG_HOME=config, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", XDG_RUNTIME_DIR=runtime,
+               TAVOMP3_AUTOMATION_IDS="1", TAVOMP3_POWEROFF_COMMAND="true", QT_QPA_PLATFORM="xcb")
+    env.update(extra_env)
+    return subprocess.Popen([PROGRAM], env=env), runtime
+
+
+def window(app, title):
+    for i in range(app.childCount):
+        w = app.getChildAtIndex(i)
+        if w is not None and w.name == title:
+            return w
+    return None
+
+
 def report(failures):
     for f in failures:
         print("FAIL:", f)
@@ -119,12 +138,7 @@ def report(failures):
 def main():
     folder = tempfile.mkdtemp(prefix="tavo-atspi-")
     config, playlist = prepare(folder)
-    # A private runtime folder: the player the program starts listens on a socket there.
-    runtime = os.path.join(folder, "runtime")
-    os.makedirs(runtime, mode=0o700)
-    env = dict(os.environ, XDG_CONFIG_HOME=config, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", XDG_RUNTIME_DIR=runtime,
-               TAVOMP3_AUTOMATION_IDS="1", TAVOMP3_POWEROFF_COMMAND="true", QT_QPA_PLATFORM="xcb")
-    program = subprocess.Popen([PROGRAM], env=env)
+    program, runtime = start(folder, config)
     failures = []
     try:
         app = wait_for("the program on the accessibility bus", find_app)

@@ -11,9 +11,8 @@ import sys
 import tempfile
 import time
 
-from atspi_main_window import by_design_name, find_app, press, report, stop, wait_for, write_silent_mp3
-
-PROGRAM = sys.argv[1]
+from atspi_main_window import (by_design_name, find_app, press, report, start, stop, wait_for, window,
+                               write_silent_mp3)
 
 
 def prepare(folder):
@@ -81,27 +80,14 @@ def player_playlist(socket_path):
                     return [os.path.basename(e["filename"]) for e in json.loads(line)["data"]]
 
 
-def window(app, title):
-    for i in range(app.childCount):
-        w = app.getChildAtIndex(i)
-        if w is not None and w.name == title:
-            return w
-    return None
-
-
 def main():
     if not shutil.which("xdotool"):
         print("SKIP: xdotool is not installed (scripts/deps.sh installs it)")
         return 77
     folder = tempfile.mkdtemp(prefix="tavo-pl2-")
     config = prepare(folder)
-    runtime = os.path.join(folder, "runtime")
-    os.makedirs(runtime, mode=0o700)
     marker = os.path.join(folder, "powered-off")
-    env = dict(os.environ, XDG_CONFIG_HOME=config, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", XDG_RUNTIME_DIR=runtime,
-               TAVOMP3_AUTOMATION_IDS="1", QT_QPA_PLATFORM="xcb",
-               TAVOMP3_POWEROFF_COMMAND="echo off >> '%s'" % marker)
-    program = subprocess.Popen([PROGRAM], env=env)
+    program, runtime = start(folder, config, TAVOMP3_POWEROFF_COMMAND="echo off >> '%s'" % marker)
     failures = []
     try:
         app = wait_for("the program on the accessibility bus", find_app)

@@ -1,25 +1,14 @@
 """Dumps the accessibility tree of the main window, the settings window and Playliste 2 as a screen
 reader sees it, and fails for any control a user can operate that has no name or, with design names
 switched on, no design name."""
-import os
-import subprocess
 import sys
 import tempfile
 
-from atspi_main_window import by_design_name, find_app, prepare, press, report, stop, wait_for, walk
+from atspi_main_window import by_design_name, find_app, prepare, press, report, start, stop, wait_for, walk, window
 
-PROGRAM = sys.argv[1]
 # Roles of things a user operates; labels, panels and fillers are read, not operated.
 OPERABLE = {"push button", "check box", "radio button", "slider", "text", "list", "combo box", "page tab",
             "menu item", "check menu item", "spin button", "table", "tree table"}
-
-
-def window(app, title):
-    for i in range(app.childCount):
-        w = app.getChildAtIndex(i)
-        if w is not None and w.name == title:
-            return w
-    return None
 
 
 def dump(win, failures):
@@ -42,11 +31,7 @@ def dump(win, failures):
 def main():
     folder = tempfile.mkdtemp(prefix="tavo-tree-")
     config, _ = prepare(folder)
-    runtime = os.path.join(folder, "runtime")
-    os.makedirs(runtime, mode=0o700)
-    env = dict(os.environ, XDG_CONFIG_HOME=config, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", XDG_RUNTIME_DIR=runtime,
-               TAVOMP3_AUTOMATION_IDS="1", TAVOMP3_POWEROFF_COMMAND="true", QT_QPA_PLATFORM="xcb")
-    program = subprocess.Popen([PROGRAM], env=env)
+    program, runtime = start(folder, config)
     failures = []
     try:
         app = wait_for("the program on the accessibility bus", find_app)

@@ -1,7 +1,6 @@
 #include "app/TavoMP3PlayerMain.h"
 #include "playlist/widgets/TavoMP3Playlist2.h"
-#include "support/FakePlayer.h"
-#include "support/TestServices.h"
+#include "support/MainWindowRig.h"
 #include "ui/AccessibleFactory.h"
 #include "ui/AutomationIds.h"
 #include "ui/SkinControl.h"
@@ -26,17 +25,7 @@
 class tst_Accessibility : public QObject {
     Q_OBJECT
 
-    struct Rig {
-        TestServices t;
-        FakePlayer player{t.status};
-        Services services = withPlayer();
-        TavoMP3PlayerMain w{services};
-        Services withPlayer() {
-            Services s = t.services;
-            s.player = &player;
-            return s;
-        }
-    };
+    using Rig = MainWindowRig;
 
     static QAccessibleInterface* iface(QObject* o) { return QAccessible::queryAccessibleInterface(o); }
 
