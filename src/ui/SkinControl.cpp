@@ -43,7 +43,14 @@ void SkinControl::setLabel(const QString& label) {
     setText(label);
     BtnLabel->setText(label);
     BtnLabel->adjustSize();
-    setAccessibleName(QString(label).remove(QLatin1Char('&')));
+    // The name a screen reader speaks is the caption without its mnemonic marks; "&&" is a real "&".
+    QString name;
+    for (qsizetype i = 0; i < label.size(); ++i) {
+        if (label.at(i) == QLatin1Char('&') && ++i == label.size())
+            break;
+        name += label.at(i);
+    }
+    setAccessibleName(name);
     placeLabel();
 }
 

@@ -1,14 +1,53 @@
 """Dumps the accessibility tree of the main window, the settings window and Playliste 2 as a screen
 reader sees it, and fails for any control a user can operate that has no name or, with design names
-switched on, no design name."""
+switched on, no design name; our own controls must show the role, name and action a screen reader
+expects."""
 import sys
 import tempfile
+
+import pyatspi
 
 from atspi_main_window import by_design_name, find_app, prepare, press, report, start, stop, wait_for, walk, window
 
 # Roles of things a user operates; labels, panels and fillers are read, not operated.
 OPERABLE = {"push button", "check box", "radio button", "slider", "text", "list", "combo box", "page tab",
             "menu item", "check menu item", "spin button", "table", "tree table"}
+
+
+# Our own controls as a screen reader must see them: design name -> (roles, name, an action it offers).
+CUSTOM = {
+    "BPlay": ({"push button"}, "Play", "Press"),
+    "BPlaylist2": ({"push button"}, None, "Press"),
+    "TavoSlider1": ({"slider"}, "Songposition", None),
+    "sldVol": ({"slider"}, "Lautstärke", None),
+    "TavoxMiniDiagram1": ({"image", "graphic"}, "Bitrate-Verteilung", None),
+    "FPlaylist": ({"list", "table"}, "Playliste 1", None),
+}
+
+
+def check_custom(win, failures):
+    found = {n.description: n for n in walk(win) if n.description in CUSTOM}
+    for design, (roles, name, action) in CUSTOM.items():
+        node = found.get(design)
+        if node is None:
+            failures.append("%s not in the tree" % design)
+            continue
+        role = node.getRoleName()
+        if role not in roles:
+            failures.append("%s has role %r" % (design, role))
+        if name is not None and node.name != name:
+            failures.append("%s is named %r" % (design, node.name))
+        if not node.getState().contains(pyatspi.STATE_FOCUSABLE) and role != "image" and role != "graphic":
+            failures.append("%s cannot take the keyboard focus" % design)
+        if action is not None:
+            actions = node.queryAction()
+            names = [actions.getName(i) for i in range(actions.nActions)]
+            if action.lower() not in [n.lower() for n in names]:
+                failures.append("%s offers %r, not %r" % (design, names, action))
+        if design == "sldVol":
+            value = node.queryValue()
+            if (value.minimumValue, value.maximumValue) != (0, 255) or not 0 <= value.currentValue <= 255:
+                failures.append("%s range %r..%r" % (design, value.minimumValue, value.maximumValue))
 
 
 def dump(win, failures):
@@ -46,6 +85,7 @@ def main():
              if app.getChildAtIndex(i).description == "TavoMP3Settings"), None))
         for win in (main_window, settings, second):
             dump(win, failures)
+        check_custom(main_window, failures)
     except AssertionError as e:
         failures.append(str(e))
     finally:

@@ -71,6 +71,39 @@ private slots:
         QTRY_COMPARE(clicks.count(), 1);
     }
 
+    void skinButtonNameAndPress_data() {
+        QTest::addColumn<QString>("caption");
+        QTest::addColumn<bool>("enabled");
+        QTest::addColumn<QString>("name");
+        QTest::newRow("mnemonic first") << QStringLiteral("&Play") << true << QStringLiteral("Play");
+        QTest::newRow("mnemonic inside") << QStringLiteral("Sto&p") << true << QStringLiteral("Stop");
+        QTest::newRow("a real ampersand")
+            << QStringLiteral("Rock && Roll") << true << QStringLiteral("Rock & Roll");
+        QTest::newRow("trailing mark") << QStringLiteral("Ende&") << true << QStringLiteral("Ende");
+        QTest::newRow("umlaut") << QStringLiteral("&Öffnen") << true << QStringLiteral("Öffnen");
+        QTest::newRow("disabled") << QStringLiteral("&Weiter") << false << QStringLiteral("Weiter");
+    }
+    // A disabled button must neither offer nor do Press, or a script clicks what a user cannot.
+    void skinButtonNameAndPress() {
+        QFETCH(QString, caption);
+        QFETCH(bool, enabled);
+        QFETCH(QString, name);
+        AccessibleFactory::install();
+        SkinControl b(caption);
+        b.setEnabled(enabled);
+        QAccessibleInterface* a = iface(&b);
+        QCOMPARE(a->role(), QAccessible::Button);
+        QCOMPARE(a->text(QAccessible::Name), name);
+        QCOMPARE(a->childCount(), 0);
+        const QString press = QAccessibleActionInterface::pressAction();
+        QCOMPARE(a->actionInterface()->actionNames().contains(press), enabled);
+        QSignalSpy clicks(&b, &SkinControl::clicked);
+        a->actionInterface()->doAction(press);
+        QCoreApplication::processEvents();
+        QCOMPARE(clicks.count(), enabled ? 1 : 0);
+        QCOMPARE(a->state().disabled, !enabled);
+    }
+
     void positionSliderHasValueAndRangeAndSeeks() {
         Rig r;
         r.w.TavoSlider1->SetValue(QStringLiteral("SliderMax"), 200);
