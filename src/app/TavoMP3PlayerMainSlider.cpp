@@ -1,6 +1,7 @@
 // The position slider TavoSlider1 on the display panel and what it does to the main window.
 #include "app/TavoMP3PlayerMain.h"
 #include "base/ErrorReport.h"
+#include "base/RuntimeError.h"
 #include "player/PlaybackMonitor.h"
 #include "player/PlayerLink.h"
 #include "ui/TavoSlider.h"
@@ -18,13 +19,14 @@ void TavoMP3PlayerMain::buildPositionSlider() {
 }
 
 void TavoMP3PlayerMain::connectPositionSlider() {
-    // The monitor feeds the slider every tick; a song of length 0 makes "SliderValue" fail, which
-    // the tick's handler reports like the classic one.
+    // The monitor feeds the slider every tick. A length of 0 (no player yet, or a file it cannot
+    // measure) makes "SliderValue" fail; the tick skips such a failing display step silently,
+    // else every tick would stack another message box.
     connect(m_monitor, &PlaybackMonitor::sliderValue, this, [this](const QString& name, int value) {
-        handle(QStringLiteral("tmrTime_Timer"), [&](int& line) {
-            line = 1;
+        try {
             TavoSlider1->SetValue(name, value);
-        });
+        } catch (const RuntimeError&) {
+        }
     });
 }
 

@@ -1,13 +1,16 @@
 #include "app/TavoMP3PlayerMain.h"
 #include "app/TrayModule.h"
 #include "base/AppGlobals.h"
+#include "player/PlaybackMonitor.h"
 #include "playlist/PlaylistFile.h"
 #include "playlist/widgets/PriorityFrame.h"
 #include "support/FakePlayer.h"
 #include "support/MainWindowRig.h"
 #include "support/TestServices.h"
+#include "ui/SkinControl.h"
 
 #include <QAction>
+#include <QLabel>
 #include <QRadioButton>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -96,6 +99,22 @@ private slots:
         QCOMPARE(int(r.w.PlayMode), playMode);
         // Incomplete settings start no player at all.
         QCOMPARE(r.player.startCount, complete ? 1 : 0);
+    }
+
+    void songOfLengthZeroRaisesNoBoxOnTheTick() {
+        MainWindowRig r;
+        r.setting("WinampPath", QStringLiteral("/usr/bin/mpv"));
+        r.setting("UserMP3Directory", QStringLiteral("/m"));
+        r.setting("PlaylistFile", playlist(1));
+        r.player.lengthSeconds.insert(QStringLiteral("/m/Song0.mp3"), 0);
+        r.w.load();
+        QTest::mouseClick(r.w.BPlay, Qt::LeftButton);
+        r.w.playback().tmrTimeTick();
+        r.w.playback().tmrTimeTick();
+        QCOMPARE(r.t.dialogs.messageTexts(), QStringList());
+        // The steps after the failing slider feed still ran.
+        QCOMPARE(r.w.lblTime->text(), QStringLiteral("0:00/0:00"));
+        QCOMPARE(r.w.tray().tip(), QStringLiteral("Tavo MP3 Player!: Song0"));
     }
 
     void historyEntryTakesThePriorityMarkAway() {
