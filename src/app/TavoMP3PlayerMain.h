@@ -299,6 +299,7 @@ private:
     void buildPlaylist2(QWidget* parent, QVBoxLayout* commands);
     void connectPlaylist2();
     void mainWindowActivated();
+    void placePlaylist2();
     // Loads the file of "PlaylistFile2" at start; the load text, "" when there is none.
     QString loadPlaylist2(const QString& file);
     // Runs an event handler under the classic error report.

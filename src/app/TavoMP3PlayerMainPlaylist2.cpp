@@ -97,8 +97,7 @@ void TavoMP3PlayerMain::connectPlaylist2() {
 void TavoMP3PlayerMain::BPlaylist2Click() {
     if (!Playlist2->isVisible()) {
         PL[2]->setChecked(true);
-        const QRect frame = frameGeometry();
-        Playlist2->move(frame.x() + frame.width(), frame.y());
+        placePlaylist2();
         Playlist2->show();
         Playlist2->PL2Visible = true;
     } else {
@@ -112,13 +111,18 @@ void TavoMP3PlayerMain::BPlaylist2Click() {
 void TavoMP3PlayerMain::dockPlaylist2() {
     if (!Playlist2->isVisible())
         return;
-    const QRect frame = frameGeometry();
-    const QString position = QString::number(frame.x()) + QString::number(frame.y());
+    const QString position = QString::number(x()) + QString::number(y());
     if (position != LastDockedPosition)
-        Playlist2->move(frame.x() + frame.width(), frame.y());
+        placePlaylist2();
     LastDockedPosition = position;
     if (isMinimized())
         Playlist2->hide();
+}
+
+void TavoMP3PlayerMain::placePlaylist2() {
+    // Its left edge touches the main window's right edge, outer frames included.
+    const QRect frame = frameGeometry();
+    Playlist2->move(frame.x() + frame.width(), frame.y());
 }
 
 void TavoMP3PlayerMain::mainWindowActivated() {

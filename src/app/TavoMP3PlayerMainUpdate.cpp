@@ -82,23 +82,26 @@ void TavoMP3PlayerMain::AutomaticUpdateCheck() {
 }
 
 TavoMP3News& TavoMP3PlayerMain::newsWindow() {
-    if (!m_newsWindow)
+    if (!m_newsWindow) {
         m_newsWindow = new TavoMP3News(this);
-    AutomationIds::apply(m_newsWindow);
+        AutomationIds::apply(m_newsWindow);
+    }
     return *m_newsWindow;
 }
 
 TavoMP3About& TavoMP3PlayerMain::aboutWindow() {
-    if (!m_aboutWindow)
+    if (!m_aboutWindow) {
         m_aboutWindow = new TavoMP3About(this);
-    AutomationIds::apply(m_aboutWindow);
+        AutomationIds::apply(m_aboutWindow);
+    }
     return *m_aboutWindow;
 }
 
 TavoMP3ID3& TavoMP3PlayerMain::id3Window() {
-    if (!m_id3Window)
+    if (!m_id3Window) {
         m_id3Window = new TavoMP3ID3(this);
-    AutomationIds::apply(m_id3Window);
+        AutomationIds::apply(m_id3Window);
+    }
     return *m_id3Window;
 }
 

@@ -207,7 +207,7 @@ qint32 PlaylistManager::AddDragDropToPL2(const QString& text, qint32 position, i
     if (target.isEmpty())
         target.append(QString());
     const qint32 last = qint32(target.size() - 1);
-    position = std::min(position, last + 1);
+    position = std::clamp(position, 0, last + 1);
     qint32 slot;
     if (target.first().isEmpty()) {
         // An empty playlist is filled in place, wherever in the empty box the row was let go.
@@ -219,6 +219,6 @@ qint32 PlaylistManager::AddDragDropToPL2(const QString& text, qint32 position, i
     }
     for (qint32 k = slot; k > 0 && k >= position; --k)
         target[k] = target[k - 1];
-    target[std::max(position, 0)] = line;
-    return std::max(position, 0);
+    target[position] = line;
+    return position;
 }

@@ -1,4 +1,5 @@
 #include "ui/MenuItemAccessible.h"
+#include "ui/Mnemonic.h"
 
 #include <QAction>
 #include <QMenu>
@@ -44,7 +45,7 @@ QString MenuItemAccessible::text(QAccessible::Text t) const {
         return QString();
     switch (t) {
     case QAccessible::Name:
-        return m_action->text().remove(QLatin1Char('&'));
+        return Mnemonic::spoken(m_action->text());
     case QAccessible::Description:
         return m_action->objectName();
     case QAccessible::Accelerator:

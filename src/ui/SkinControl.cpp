@@ -1,6 +1,7 @@
 #include "ui/SkinControl.h"
 
 #include "base/StatusLine.h"
+#include "ui/Mnemonic.h"
 
 #include <QEvent>
 #include <QImage>
@@ -43,14 +44,7 @@ void SkinControl::setLabel(const QString& label) {
     setText(label);
     BtnLabel->setText(label);
     BtnLabel->adjustSize();
-    // The name a screen reader speaks is the caption without its mnemonic marks; "&&" is a real "&".
-    QString name;
-    for (qsizetype i = 0; i < label.size(); ++i) {
-        if (label.at(i) == QLatin1Char('&') && ++i == label.size())
-            break;
-        name += label.at(i);
-    }
-    setAccessibleName(name);
+    setAccessibleName(Mnemonic::spoken(label));
     placeLabel();
 }
 

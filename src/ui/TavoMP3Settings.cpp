@@ -160,9 +160,10 @@ void TavoMP3Settings::BBrowseBGImage_Click() {
 }
 
 void TavoMP3Settings::BAddDir_Click() {
-    if (!m_tree)
+    if (!m_tree) {
         m_tree = new TavoMp3Tree(this);
-    AutomationIds::apply(m_tree);
+        AutomationIds::apply(m_tree);
+    }
     m_tree->show();
     m_tree->raise();
 }

@@ -11,14 +11,13 @@ namespace {
 // Every row as high as the classic list box drew it.
 class FixedRowDelegate : public QStyledItemDelegate {
 public:
-    FixedRowDelegate(const PlaylistDropView* view)
-        : QStyledItemDelegate(const_cast<PlaylistDropView*>(view)), m_view(view) {}
+    explicit FixedRowDelegate(PlaylistDropView* view) : QStyledItemDelegate(view), m_view(view) {}
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
         return {QStyledItemDelegate::sizeHint(option, index).width(), m_view->rowPixels()};
     }
 
 private:
-    const PlaylistDropView* m_view;
+    PlaylistDropView* m_view;
 };
 
 } // namespace
