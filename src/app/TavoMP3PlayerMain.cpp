@@ -37,6 +37,7 @@ TavoMP3PlayerMain::TavoMP3PlayerMain(Services& services, QWidget* parent)
       m_builder(services, m_playlists, m_lister, this), m_editor(services, m_playlists),
       m_search(services, m_playlists), m_updateSchedule(new UpdateCheckSchedule(services.settings, this)) {
     AccessibleFactory::install();
+    m_updateSchedule->setErrorReport(services.dialogs);
     setObjectName(QStringLiteral("TavoMP3PlayerMain"));
     setWindowTitle(QStringLiteral("Tavo MP3 Player!"));
     setWindowIcon(AppIcon::make());
@@ -100,6 +101,7 @@ void TavoMP3PlayerMain::connectHandlers() {
 }
 
 void TavoMP3PlayerMain::load() {
+    m_readOnLoad = {QStringLiteral("Screen/FormPositionLeft"), QStringLiteral("Screen/FormPositionTop")};
     handle(QStringLiteral("Player Form Load"), [this](int& line) {
         line = 2;
         Version->setText(QStringLiteral("Version ") + QString::number(TAVO_VERSION_MAJOR) + QLatin1Char('.') +
@@ -128,10 +130,12 @@ void TavoMP3PlayerMain::load() {
         UserMP3Directory = s.GetSetting(kSettings, QStringLiteral("UserMP3Directory"), QStringLiteral("0"));
         PlaylistPosition =
             Checked::textToInt32(s.GetSetting(kSettings, QStringLiteral("CurrentPlaylistPosition"), 0));
+        markRead(kSettings, QStringLiteral("CurrentPlaylistPosition"));
         WinampPath = s.GetSetting(kSettings, QStringLiteral("WinampPath"), QStringLiteral("0"));
         m_playlists.DialogLastpath =
             s.GetSetting(kSettings, QStringLiteral("DialogLastpath"),
                          QDir::toNativeSeparators(QDir::homePath() + QLatin1Char('/')));
+        markRead(kSettings, QStringLiteral("DialogLastpath"));
         readPlaybackSettings();
         UpdateColors();
 
@@ -147,6 +151,7 @@ void TavoMP3PlayerMain::load() {
             line = 10;
             startPlayer();
             FBrowsePath->setText(UserMP3Directory);
+            markRead(kSettings, QStringLiteral("UserMP3Directory"));
             if (playlistFile != QLatin1String("0") && !playlistFile.isEmpty()) {
                 m_playlists.setActPlaylist(1, playlistFile);
                 lastLoad = m_playlists.FuncReadPlaylistAndDisplay(playlistFile, true, 1);
@@ -155,6 +160,7 @@ void TavoMP3PlayerMain::load() {
             } else {
                 m_playlists.setActPlaylist(1, QString());
             }
+            markRead(kSettings, QStringLiteral("PlaylistFile"));
             PL[1]->setChecked(true);
             // The status shows the last load: that of the second playlist when it has one.
             if (const QString text2 = loadPlaylist2(playlistFile2); !text2.isEmpty())
@@ -176,27 +182,61 @@ void TavoMP3PlayerMain::load() {
         line = 17;
         SetupSkins();
     });
+    rememberUnreadSettings();
+}
+
+QList<SettingsStore::Entry> TavoMP3PlayerMain::settingsOnClose() const {
+    const QString screen = QStringLiteral("Screen");
+    QList<SettingsStore::Entry> entries{
+        {kSettings, QStringLiteral("PlaylistFile"), FActPlaylist->text()},
+        {kSettings, QStringLiteral("UserMP3Directory"), FBrowsePath->text()},
+        // Written for compatibility only; the window always opens at its design position.
+        {screen, QStringLiteral("FormPositionLeft"), QString::number(x())},
+        {screen, QStringLiteral("FormPositionTop"), QString::number(y())},
+        {kSettings, QStringLiteral("ShuffleStatus"), Checked::boolText(ShuffleStatus)},
+        {kSettings, QStringLiteral("CurrentPlaylistPosition"), QString::number(PlaylistPosition)},
+        {kSettings, QStringLiteral("Volume"), QString::number(sldVol->value())},
+        {kSettings, QStringLiteral("DialogLastpath"), m_playlists.DialogLastpath}};
+    entries << m_history.entries();
+    return entries;
+}
+
+void TavoMP3PlayerMain::markRead(const QString& section, const QString& key) {
+    m_readOnLoad.insert(section + QLatin1Char('/') + key);
+}
+
+void TavoMP3PlayerMain::rememberUnreadSettings() {
+    // A value the load did not get to (a garbage volume stops it early) is only a default in the
+    // window: writing it back at close would replace the user's playlist path or music folders
+    // with nothing. Such a value is written again once the user has changed it.
+    m_unreadOnLoad.clear();
+    for (const SettingsStore::Entry& e : settingsOnClose()) {
+        const QString id = e.section + QLatin1Char('/') + e.key;
+        if (!m_readOnLoad.contains(id))
+            m_unreadOnLoad.insert(id, e.value);
+    }
 }
 
 void TavoMP3PlayerMain::writeSettingsOnClose() {
-    SettingsStore& s = m_services.settings;
-    s.SaveSetting(kSettings, QStringLiteral("PlaylistFile"), FActPlaylist->text());
-    s.SaveSetting(kSettings, QStringLiteral("UserMP3Directory"), FBrowsePath->text());
-    // Written for compatibility only; the window always opens at its design position.
-    s.SaveSetting(QStringLiteral("Screen"), QStringLiteral("FormPositionLeft"), QString::number(x()));
-    s.SaveSetting(QStringLiteral("Screen"), QStringLiteral("FormPositionTop"), QString::number(y()));
-    writeShuffleSetting();
-    s.SaveSetting(kSettings, QStringLiteral("CurrentPlaylistPosition"), PlaylistPosition);
-    writeVolumeSetting();
-    s.SaveSetting(kSettings, QStringLiteral("DialogLastpath"), m_playlists.DialogLastpath);
-    writeHistory();
+    QList<SettingsStore::Entry> entries;
+    for (const SettingsStore::Entry& e : settingsOnClose()) {
+        const auto unread = m_unreadOnLoad.constFind(e.section + QLatin1Char('/') + e.key);
+        if (unread == m_unreadOnLoad.constEnd() || unread.value() != e.value)
+            entries.append(e);
+    }
+    m_services.settings.SaveSettings(entries);
 }
 
 bool TavoMP3PlayerMain::closeMainWindow() {
-    bool proceed = true;
-    handle(QStringLiteral("Player Form QueryUnload"), [this, &proceed](int& line) {
+    // A store that cannot be written is reported and the close goes on: its old file is kept whole.
+    handle(QStringLiteral("Player Form QueryUnload"), [this](int& line) {
         line = 1;
         writeSettingsOnClose();
+    });
+    // A save the user asked for that fails (folder gone, read-only disk, stick pulled) keeps the
+    // window open with the list as it is, so that it can be saved elsewhere.
+    bool proceed = false;
+    handle(QStringLiteral("Player Form QueryUnload"), [this, &proceed](int& line) {
         line = 2;
         proceed = m_playlists.AskSaveBeforeClose();
     });
@@ -223,8 +263,7 @@ void TavoMP3PlayerMain::closeEvent(QCloseEvent* event) {
 
 TavoMP3Settings* TavoMP3PlayerMain::showSettingsWindow(const QString& hint) {
     TavoMP3Settings* w = settingsWindow();
-    w->show();
-    w->raise();
+    w->open();
     if (!hint.isEmpty())
         w->FStatus->setText(hint);
     return w;

@@ -3,6 +3,7 @@
 #include "appearance/ColorRoles.h"
 #include "appearance/SettingsWindowHost.h"
 #include "base/Services.h"
+#include "base/SettingsStore.h"
 #include "player/PlaybackState.h"
 #include "player/PrevSongs.h"
 #include "playlist/FolderLister.h"
@@ -14,8 +15,10 @@
 #include "ui/SliderHost.h"
 #include "update/UpdateConfig.h"
 
+#include <QHash>
 #include <QMainWindow>
 #include <QPointer>
+#include <QSet>
 
 class BackgroundPicture;
 class ClickLabel;
@@ -273,9 +276,6 @@ private:
     void readPlaybackSettings();
     void startPlayer();
     void finishPlaybackLoad();
-    void writeShuffleSetting();
-    void writeVolumeSetting();
-    void writeHistory();
     void closePlayer();
     void buildMenus();
     void buildTrayMenu();
@@ -293,6 +293,10 @@ private:
     void buildPositionSlider();
     void connectPositionSlider();
     void paintSchemeWindows(ColorRoles::Id role, const Rgb& colour);
+    // The values the close sequence writes, in its order.
+    QList<SettingsStore::Entry> settingsOnClose() const;
+    void markRead(const QString& section, const QString& key);
+    void rememberUnreadSettings();
     void writeSettingsOnClose();
     void buildUpdateMenus();
     void connectUpdateHandlers();
@@ -319,6 +323,10 @@ private:
     PlaylistEntryEditor m_editor;
     QuickSearch m_search;
     bool m_closing = false;
+    // "Section/Key" of the close sequence's values that the load read, and those it did not get to
+    // with the default the window holds for them.
+    QSet<QString> m_readOnLoad;
+    QHash<QString, QString> m_unreadOnLoad;
     UpdateCheckSchedule* m_updateSchedule = nullptr;
     QPointer<TavoMP3Update> m_updateWindow;
     QPointer<TavoMP3News> m_newsWindow;

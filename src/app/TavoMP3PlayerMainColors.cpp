@@ -52,10 +52,7 @@ void TavoMP3PlayerMain::buildAppearance() {
     connect(MenuEinstellungen, &QAction::triggered, this, [this] {
         handle(QStringLiteral("MenuEinstellungen_Click"), [this](int& line) {
             line = 1;
-            TavoMP3Settings* w = settingsWindow();
-            w->show();
-            w->raise();
-            w->activateWindow();
+            settingsWindow()->open();
         });
     });
 }

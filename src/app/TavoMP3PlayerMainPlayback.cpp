@@ -39,6 +39,27 @@ SkinControl* transportButton(QWidget* parent, const char* name, const QString& c
     return b;
 }
 
+// Mouse buttons on a control, wherever on it they go down and come up. The volume slider's own
+// pressed/released signals only come for its handle; a click into the groove moves the volume too.
+class MouseButtons : public QObject {
+public:
+    MouseButtons(QWidget* control, std::function<void()> onPress, std::function<void()> onRelease)
+        : QObject(control), m_onPress(std::move(onPress)), m_onRelease(std::move(onRelease)) {
+        control->installEventFilter(this);
+    }
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::MouseButtonPress)
+            m_onPress();
+        else if (event->type() == QEvent::MouseButtonRelease)
+            m_onRelease();
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    std::function<void()> m_onPress;
+    std::function<void()> m_onRelease;
+};
+
 // Clicks on the indicator labels, which are plain labels of the display panel.
 class LabelClicks : public QObject {
 public:
@@ -109,7 +130,8 @@ void TavoMP3PlayerMain::setUpPlayback() {
         m_player = new MpvLink(m_services.status, m_services.dialogs, QString(), this);
     m_selection = new SongSelection(m_services, m_playlists, *m_player, *this, m_history, this);
     m_transport = new Transport(m_playlists, *m_player, *this, m_history, *m_selection, this);
-    m_monitor = new PlaybackMonitor(m_playlists, *m_player, *this, *m_selection, m_services.status, this);
+    m_monitor = new PlaybackMonitor(m_playlists, *m_player, *this, *m_selection, m_services.status,
+                                    m_services.dialogs, this);
     // A hit of the quick search is marked like any other chosen song.
     m_search.SelectSong = [this](qint32 position) { m_selection->SelectSong(position, 1); };
 
@@ -157,7 +179,8 @@ void TavoMP3PlayerMain::connectPlayback() {
     connect(MenuShuffleStatus, &QAction::triggered, this, shuffle);
     connect(MenuPrevious, &QAction::triggered, this,
             command("MenuPrevious_Click", [this] { m_transport->Previous(); }));
-    connect(BLast, &SkinControl::clicked, this, [this] { MenuPrevHead->popup(QCursor::pos()); });
+    connect(BLast, &SkinControl::clicked, this,
+            command("BLast_Click", [this] { MenuPrevHead->popup(QCursor::pos()); }));
     new LabelClicks(lblShuffle, shuffle);
     new LabelClicks(LAutoCue, command("LAutoCue_Click", [this] { m_transport->AutoCueClick(); }));
     // Double click or Enter on a line plays it.
@@ -170,13 +193,13 @@ void TavoMP3PlayerMain::connectPlayback() {
 
     connect(PL[1], &QRadioButton::toggled, this, [this](bool on) { mainPlaylistActive = on; });
 
-    connect(sldVol, &QSlider::sliderPressed, this, [this] { m_transport->VolumePressed(); });
     connect(sldVol, &QSlider::valueChanged, this,
             command("sldVol_Change", [this] { m_transport->VolumeMoved(sldVol->value()); }));
-    connect(sldVol, &QSlider::sliderReleased, this, command("sldVol_MouseUp", [this] {
-                m_transport->VolumeReleased();
-                m_monitor->VolumeReleased();
-            }));
+    new MouseButtons(sldVol, command("sldVol_MouseDown", [this] { m_transport->VolumePressed(); }),
+                     command("sldVol_MouseUp", [this] {
+                         m_transport->VolumeReleased();
+                         m_monitor->VolumeReleased();
+                     }));
     connect(m_transport, &Transport::volumeCaption, this,
             [this](const QString& text) { m_monitor->setText(PlaybackMonitor::TrackName, text); });
 
@@ -219,11 +242,15 @@ void TavoMP3PlayerMain::readPlaybackSettings() {
     SettingsStore& s = m_services.settings;
     ShuffleStatus = Checked::textToBool(
         s.GetSetting(kSettings, QStringLiteral("ShuffleStatus"), QStringLiteral("False")));
+    markRead(kSettings, QStringLiteral("ShuffleStatus"));
     const QSignalBlocker quiet(sldVol); // the player hears the volume only when the slider moves
     sldVol->setValue(
         Checked::textToByte(s.GetSetting(kSettings, QStringLiteral("Volume"), QStringLiteral("200"))));
+    markRead(kSettings, QStringLiteral("Volume"));
     showModeIndicators();
     m_history.read(s);
+    for (const SettingsStore::Entry& e : m_history.entries())
+        markRead(e.section, e.key);
 }
 
 void TavoMP3PlayerMain::startPlayer() {
@@ -235,19 +262,6 @@ void TavoMP3PlayerMain::finishPlaybackLoad() {
     m_transport->UpdatePreviousMenu();
     if (AppGlobals::PlayOnStart && m_playlists.list(1).count() > 0 && !SettingsIncomplete)
         PlayMode = 1;
-}
-
-void TavoMP3PlayerMain::writeShuffleSetting() {
-    m_services.settings.SaveSetting(kSettings, QStringLiteral("ShuffleStatus"),
-                                    Checked::boolText(ShuffleStatus));
-}
-
-void TavoMP3PlayerMain::writeVolumeSetting() {
-    m_services.settings.SaveSetting(kSettings, QStringLiteral("Volume"), qint64(sldVol->value()));
-}
-
-void TavoMP3PlayerMain::writeHistory() {
-    m_history.write(m_services.settings);
 }
 
 void TavoMP3PlayerMain::closePlayer() {

@@ -102,13 +102,22 @@ void TavoMP3PlayerMain::connectPlaylistTools() {
             m_editor.DeleteSelectedSongs(1);
         });
     });
-    connect(keys, &PlaylistKeyFilter::selectAllPressed, this, [this] { m_playlists.list(1).selectAll(); });
+    connect(keys, &PlaylistKeyFilter::selectAllPressed, this, [this] {
+        handle(QStringLiteral("FPlaylist_KeyDown"), [this](int& line) {
+            line = 3;
+            m_playlists.list(1).selectAll();
+        });
+    });
     connect(keys, &PlaylistKeyFilter::searchAgainPressed, this, [this] {
         handle(QStringLiteral("FPlaylist_KeyDown"), [this](int& line) {
             line = 2;
             m_search.PrcQuickSearch(m_search.LastSearchText, m_search.LastSearchMode, true);
         });
     });
-    connect(keys, &PlaylistKeyFilter::quickSearchTyped, this,
-            [this](const QString& typed) { openQuickSearch(typed); });
+    connect(keys, &PlaylistKeyFilter::quickSearchTyped, this, [this](const QString& typed) {
+        handle(QStringLiteral("FPlaylist_KeyDown"), [this, &typed](int& line) {
+            line = 4;
+            openQuickSearch(typed);
+        });
+    });
 }

@@ -49,8 +49,18 @@ void TavoMP3PlayerMain::buildTrayMenu() {
     MenuPopupSys->setDefaultAction(MenuPopRestore);
 
     m_tray = new TrayModule(this, MenuPopupSys, this);
-    connect(m_tray, &TrayModule::restoreRequested, this, [this] { TrayNotification(WM_LBUTTONDOWN, 0); });
-    connect(MenuPopRestore, &QAction::triggered, this, [this] { restoreWindow(false); });
+    connect(m_tray, &TrayModule::restoreRequested, this, [this] {
+        handle(QStringLiteral("TrayIcon_MouseDown"), [this](int& line) {
+            line = 1;
+            TrayNotification(WM_LBUTTONDOWN, 0);
+        });
+    });
+    connect(MenuPopRestore, &QAction::triggered, this, [this] {
+        handle(QStringLiteral("MenuPopRestore_Click"), [this](int& line) {
+            line = 1;
+            restoreWindow(false);
+        });
+    });
     connect(MenuPopExit, &QAction::triggered, this, &QWidget::close);
 }
 

@@ -1,3 +1,4 @@
+#include "app/GuardedApplication.h"
 #include "app/TavoMP3PlayerMain.h"
 #include "base/AppGlobals.h"
 #include "base/Clock.h"
@@ -34,7 +35,7 @@ static void installGermanTranslations(QApplication& app) {
 }
 
 int main(int argc, char* argv[]) {
-    QApplication app(argc, argv);
+    GuardedApplication app(argc, argv);
     QApplication::setApplicationName(SettingsStore::applicationName());
     installGermanTranslations(app);
 
@@ -44,6 +45,7 @@ int main(int argc, char* argv[]) {
     SeededRandom random(SeededRandom::clockSeed());
     StatusLine status;
     SystemPowerOff power;
+    app.setDialogs(&dialogs);
     MpvLink player(status, dialogs);
     Services services{settings, dialogs, clock, random, status, Paths::nativeStyle(), &power, &player};
 

@@ -17,6 +17,8 @@ bool ErrorReport::guard(Dialogs& dialogs, const QString& place, const std::funct
         description = e.description();
     } catch (const std::exception& e) {
         description = QString::fromLocal8Bit(e.what());
+    } catch (...) {
+        description = unknownError();
     }
     dialogs.message(text(place, line, description));
     return false;

@@ -11,5 +11,7 @@
 class ErrorReport {
 public:
     static QString text(const QString& place, int line, const QString& description);
+    // The description of a failure that carries none of its own.
+    static QString unknownError() { return QStringLiteral("Anwendungs- oder objektdefinierter Fehler"); }
     static bool guard(Dialogs& dialogs, const QString& place, const std::function<void(int& line)>& body);
 };

@@ -5,6 +5,11 @@
 #include <QDir>
 #include <QSettings>
 
+void SettingsStore::SaveSettings(const QList<Entry>& entries) {
+    for (const Entry& e : entries)
+        SaveSetting(e.section, e.key, e.value);
+}
+
 IniSettingsStore::IniSettingsStore(const QString& fileName)
     : m_settings(std::make_unique<QSettings>(fileName, QSettings::IniFormat)) {
 }
@@ -40,14 +45,28 @@ QString IniSettingsStore::GetSetting(const QString& section, const QString& key,
 
 void IniSettingsStore::SaveSetting(const QString& section, const QString& key, const QString& value) {
     m_settings->setValue(keyPath(section, key), value);
-    m_settings->sync(); // a crash must not lose what was already saved
+    sync(); // a crash must not lose what was already saved
+}
+
+void IniSettingsStore::SaveSettings(const QList<Entry>& entries) {
+    for (const Entry& e : entries)
+        m_settings->setValue(keyPath(e.section, e.key), e.value);
+    sync();
+}
+
+void IniSettingsStore::sync() {
+    // QSettings replaces the file in one atomic rename; a folder or file it cannot write leaves the
+    // old file as it was, and the caller's handler says so instead of pretending it saved.
+    m_settings->sync();
+    if (m_settings->status() == QSettings::AccessError)
+        throw RuntimeError(RuntimeError::PermissionDenied, QStringLiteral("Zugriff verweigert"));
 }
 
 void IniSettingsStore::DeleteSetting(const QString& section) {
     if (!hasSection(section))
         throw RuntimeError::invalidCall();
     m_settings->remove(section);
-    m_settings->sync();
+    sync();
 }
 
 bool IniSettingsStore::hasSection(const QString& section) const {

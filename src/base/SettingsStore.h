@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <memory>
 
@@ -9,10 +10,19 @@ class QSettings;
 // their own default at every call; there is no central settings object.
 class SettingsStore {
 public:
+    struct Entry {
+        QString section;
+        QString key;
+        QString value;
+    };
+
     virtual ~SettingsStore() = default;
     virtual QString GetSetting(const QString& section, const QString& key,
                                const QString& defaultValue) const = 0;
+    // Raises the permission error when the store cannot be written.
     virtual void SaveSetting(const QString& section, const QString& key, const QString& value) = 0;
+    // Several values as one write, in the given order: a store that fails keeps all of its old values.
+    virtual void SaveSettings(const QList<Entry>& entries);
     // Removes a whole section; a missing section raises the invalid-call error.
     virtual void DeleteSetting(const QString& section) = 0;
     virtual bool hasSection(const QString& section) const = 0;
@@ -40,11 +50,14 @@ public:
     QString GetSetting(const QString& section, const QString& key,
                        const QString& defaultValue) const override;
     void SaveSetting(const QString& section, const QString& key, const QString& value) override;
+    void SaveSettings(const QList<Entry>& entries) override;
     void DeleteSetting(const QString& section) override;
     bool hasSection(const QString& section) const override;
     using SettingsStore::GetSetting;
     using SettingsStore::SaveSetting;
 
 private:
+    void sync();
+
     std::unique_ptr<QSettings> m_settings;
 };

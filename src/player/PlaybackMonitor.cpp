@@ -31,9 +31,11 @@ template <typename F> void skipOnError(F&& step) {
 } // namespace
 
 PlaybackMonitor::PlaybackMonitor(PlaylistManager& playlists, PlayerLink& player, PlaybackState& state,
-                                 SongSelection& selection, StatusLine& status, QObject* parent)
+                                 SongSelection& selection, StatusLine& status, Dialogs& dialogs,
+                                 QObject* parent)
     : QObject(parent), m_playlists(playlists), m_player(player), m_state(state), m_selection(selection),
-      m_status(status) {
+      m_status(status), m_tickReport(dialogs, QStringLiteral("tmrTime_Timer")),
+      m_scrollReport(dialogs, QStringLiteral("tmrTitleScroll_Timer")) {
     // Children of the monitor, so that the window's timers can be found by name.
     tmrTime.setParent(this);
     tmrTitleScroll.setParent(this);
@@ -58,17 +60,27 @@ void PlaybackMonitor::setText(Label label, const QString& text) {
 }
 
 void PlaybackMonitor::tmrTimeTick() {
+    m_tickReport.run([this](int& line) { tick(line); });
+}
+
+void PlaybackMonitor::tick(int& line) {
+    line = 1;
     m_state.WinampStatus = Checked::toByte(m_player.WinampGetInfo(PlayerLink::InfoStatus).toLongLong());
+    line = 2;
     setText(Test2, QStringLiteral("Winamp Status = ") + QString::number(m_state.WinampStatus) +
                        QStringLiteral(" / Playmode = ") + QString::number(m_state.PlayMode));
     // A second playlist that is to end in a shutdown is always played in order.
+    line = 3;
     if (m_state.ShuffleStatus && m_state.shutdownOnPL2End) {
         m_state.ShuffleStatus = false;
         emit indicatorsChanged();
     }
+    line = 4;
     if (m_state.PlayMode == 1 && m_state.WinampStatus != 1 && m_state.WinampStatus != 3)
         startNextSong();
+    line = 5;
     emit dockRequested();
+    line = 6;
     refreshDisplay();
 }
 
@@ -146,10 +158,13 @@ void PlaybackMonitor::setUpTitle(const QString& name) {
 }
 
 void PlaybackMonitor::tmrTitleScrollTick() {
-    if (m_scrollText.size() > kVisibleChars && !m_state.volumeDrag) {
-        m_scrollText = m_scrollText.mid(1) + m_scrollText.left(1);
-        setText(TrackName, m_scrollText.left(kVisibleChars));
-    }
+    m_scrollReport.run([this](int& line) {
+        line = 1;
+        if (m_scrollText.size() > kVisibleChars && !m_state.volumeDrag) {
+            m_scrollText = m_scrollText.mid(1) + m_scrollText.left(1);
+            setText(TrackName, m_scrollText.left(kVisibleChars));
+        }
+    });
 }
 
 void PlaybackMonitor::RestoreCaption() {

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "base/RecurringReport.h"
+
 #include <QObject>
 #include <QString>
 #include <QTimer>
 
+class Dialogs;
 class PlayerLink;
 class PlaylistManager;
 class SongSelection;
@@ -23,7 +26,8 @@ public:
     static inline const QString kScrollTail = QStringLiteral("  <<<>>> ");
 
     PlaybackMonitor(PlaylistManager& playlists, PlayerLink& player, PlaybackState& state,
-                    SongSelection& selection, StatusLine& status, QObject* parent = nullptr);
+                    SongSelection& selection, StatusLine& status, Dialogs& dialogs,
+                    QObject* parent = nullptr);
 
     QTimer tmrTime;
     QTimer tmrTitleScroll;
@@ -31,6 +35,8 @@ public:
     // Minutes, ":" and two-digit seconds; a negative argument is set to 0 (the caller's too).
     static QString FormatTime(qint16& seconds);
 
+    // One tick of each timer, under the window's error report: a failure (a song the pick cannot
+    // read, a list emptied under the running song) is reported and the next tick comes all the same.
     void tmrTimeTick();
     void tmrTitleScrollTick();
     // The title label shows the current song of the main playlist again (after a volume drag).
@@ -60,6 +66,7 @@ signals:
     void dockRequested();
 
 private:
+    void tick(int& line);
     void startNextSong();
     void refreshDisplay();
     void setUpTitle(const QString& name);
@@ -69,6 +76,8 @@ private:
     PlaybackState& m_state;
     SongSelection& m_selection;
     StatusLine& m_status;
+    RecurringReport m_tickReport;
+    RecurringReport m_scrollReport;
 
     QString m_texts[Test2 + 1];
     qint16 m_songLength = 0;

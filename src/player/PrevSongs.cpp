@@ -47,7 +47,9 @@ void PrevSongs::read(const SettingsStore& store) {
         m_slots[i] = Checked::textToInt32(store.GetSetting(kSection, key(i), 0));
 }
 
-void PrevSongs::write(SettingsStore& store) const {
+QList<SettingsStore::Entry> PrevSongs::entries() const {
+    QList<SettingsStore::Entry> out;
     for (int i = 1; i <= kSlots; ++i)
-        store.SaveSetting(kSection, key(i), qint64(m_slots[i]));
+        out.append({kSection, key(i), QString::number(m_slots[i])});
+    return out;
 }

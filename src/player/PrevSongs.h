@@ -5,7 +5,7 @@
 #include <QStringList>
 #include <array>
 
-class SettingsStore;
+#include "base/SettingsStore.h"
 
 // The history of the last 20 songs started from the main playlist: slot 1 newest, 0 = empty slot.
 class PrevSongs {
@@ -28,7 +28,8 @@ public:
 
     // Section PreviousSongs, keys Prev01..Prev20; a missing key reads as 0.
     void read(const SettingsStore& store);
-    void write(SettingsStore& store) const;
+    // The 20 values as the close sequence writes them.
+    QList<SettingsStore::Entry> entries() const;
     static QString key(int i);
 
 private:

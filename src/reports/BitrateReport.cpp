@@ -73,7 +73,7 @@ void BitrateReport::Run(const QStringList& lines, const Hooks& hooks, int& line)
     line = 3;
     const Dialogs::Answer answer =
         m_services.dialogs.message(questionText(perSong, estimate, lastIndex + 1), QString(),
-                                   Dialogs::Buttons::YesNoCancel, Dialogs::Icon::Question);
+                                   Dialogs::Buttons::YesNoCancel, Dialogs::Icon::Question, 3);
     line = 4;
     if (answer != Dialogs::Answer::Yes) {
         m_services.status.setText(QStringLiteral("Vorgang abgebrochen."));
@@ -107,7 +107,7 @@ void BitrateReport::Run(const QStringList& lines, const Hooks& hooks, int& line)
         if (hooks.escapePressed && hooks.escapePressed()) {
             const Dialogs::Answer stop = m_services.dialogs.message(
                 QStringLiteral("Möchten Sie den Bitratereport wirklich abbrechen?"), QString(),
-                Dialogs::Buttons::YesNoCancel, Dialogs::Icon::Question);
+                Dialogs::Buttons::YesNoCancel, Dialogs::Icon::Question, 3);
             if (stop == Dialogs::Answer::Yes) {
                 m_services.status.setText(QStringLiteral("Bitratereport abgebrochen."));
                 return;

@@ -20,8 +20,9 @@ QString PriorityReport::questionText() const {
 
 void PriorityReport::Run(const QStringList& lines, const ProgressDisplay& showProgress, int& line) {
     line = 1;
-    if (m_services.dialogs.message(questionText(), QString(), Dialogs::Buttons::YesNoCancel) !=
-        Dialogs::Answer::Yes)
+    // Cancel is the default: Return alone must not overwrite an earlier report.
+    if (m_services.dialogs.message(questionText(), QString(), Dialogs::Buttons::YesNoCancel,
+                                   Dialogs::Icon::None, 3) != Dialogs::Answer::Yes)
         return;
     line = 2;
     const float start = float(m_services.clock.secondsOfDay());

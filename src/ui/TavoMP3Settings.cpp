@@ -10,6 +10,7 @@
 #include "base/StatusLine.h"
 #include "ui/TavoMp3Tree.h"
 
+#include <QCloseEvent>
 #include <QComboBox>
 #include <QFileInfo>
 #include <QLabel>
@@ -81,59 +82,83 @@ void TavoMP3Settings::connectHandlers() {
     connect(BBrowseBGImage, &QPushButton::clicked, this, [this] { BBrowseBGImage_Click(); });
     connect(BAddDir, &QPushButton::clicked, this, [this] { BAddDir_Click(); });
     connect(BSaveAndClose, &QPushButton::clicked, this, [this] { BSaveAndClose_Click(); });
-    // Unloading: the window goes away and the next opening reads the store again.
     connect(BCancel, &QPushButton::clicked, this, &QWidget::close);
-    setAttribute(Qt::WA_DeleteOnClose);
+}
+
+void TavoMP3Settings::open() {
+    // Closing unloads what the window shows of the store, not the window: the working colour
+    // scheme and the active preset live on, as the main window still shows them; deleting them
+    // made "Preset speichern" overwrite the preset with an empty name and the built-in colours.
+    if (m_unloaded)
+        handle(QStringLiteral("Settings Form Load"), [this](int& line) {
+            readStoredValues(line);
+            line = 9;
+            FillPresetList();
+        });
+    m_unloaded = false;
+    show();
+    raise();
+    activateWindow();
+}
+
+void TavoMP3Settings::closeEvent(QCloseEvent* event) {
+    m_unloaded = true;
+    QWidget::closeEvent(event);
 }
 
 void TavoMP3Settings::loadWindow() {
     handle(QStringLiteral("Settings Form Load"), [this](int& line) {
-        SettingsStore& s = m_services.settings;
-        line = 1;
-        const QString playerPath = s.GetSetting(kSettings, QStringLiteral("WinampPath"), QStringLiteral("0"));
-        if (playerPath == QLatin1String("0")) {
-            FWinampPath->setText(proposedPlayerPath());
-            FStatus->setText(firstTimeMessage());
-        } else {
-            FWinampPath->setText(playerPath);
-        }
-        line = 2;
-        FBGImagePath->setText(s.GetSetting(kSettings, QStringLiteral("BGImagePath"), QString()));
-        line = 3;
-        const QString dirs = s.GetSetting(kSettings, QStringLiteral("UserMP3Directory"), QStringLiteral("0"));
-        if (dirs == QLatin1String("0")) {
-            FUserMP3Directory->setPlainText(proposedMusicFolder());
-            FStatus->setText(firstTimeMessage());
-        } else {
-            FUserMP3Directory->setPlainText(fieldLines(dirs));
-        }
-        line = 4;
-        const QString lastCheck =
-            s.GetSetting(kSettings, QStringLiteral("LastUpdateCheck"), QStringLiteral("---"));
-        FLastUpdateCheck->setText(
-            lastCheck == QLatin1String("---") ? lastCheck : UpdateOptionTexts::checkTimeText(lastCheck));
-        line = 5;
-        FLastUpdateCheckStatus->setText(
-            s.GetSetting(kSettings, QStringLiteral("LastUpdateCheckStatus"), QStringLiteral("---")));
-        line = 6;
-        const QString nextCheck =
-            s.GetSetting(kSettings, QStringLiteral("NextUpdateCheck"), QStringLiteral("---"));
-        FNextUpdateCheck->setText(
-            nextCheck == QLatin1String("---") ? nextCheck : UpdateOptionTexts::checkTimeText(nextCheck));
-        line = 7;
-        const quint8 mode = Checked::textToByte(s.GetSetting(kSettings, QStringLiteral("UpdateMode"), 0));
-        const qint16 interval =
-            Checked::textToInt16(s.GetSetting(kSettings, QStringLiteral("UpdateInterval"), 0));
-        const qint16 remind =
-            Checked::textToInt16(s.GetSetting(kSettings, QStringLiteral("UpdateIntervalRemind"), 0));
-        RUpdateMode[mode == 1 || mode == 2 ? mode : 3]->setChecked(true);
-        line = 8;
-        showInList(FUpdateInterval, UpdateOptionTexts::intervalItemFor(interval));
-        showInList(FUpdateIntervalRemind, UpdateOptionTexts::remindItemFor(remind));
+        readStoredValues(line);
         line = 9;
-        m_activePreset = s.GetSetting(kSettings, QStringLiteral("ActivePreset"), QStringLiteral("0"));
+        m_activePreset =
+            m_services.settings.GetSetting(kSettings, QStringLiteral("ActivePreset"), QStringLiteral("0"));
         FillPresetList();
     });
+}
+
+void TavoMP3Settings::readStoredValues(int& line) {
+    SettingsStore& s = m_services.settings;
+    line = 1;
+    const QString playerPath = s.GetSetting(kSettings, QStringLiteral("WinampPath"), QStringLiteral("0"));
+    if (playerPath == QLatin1String("0")) {
+        FWinampPath->setText(proposedPlayerPath());
+        FStatus->setText(firstTimeMessage());
+    } else {
+        FWinampPath->setText(playerPath);
+    }
+    line = 2;
+    FBGImagePath->setText(s.GetSetting(kSettings, QStringLiteral("BGImagePath"), QString()));
+    line = 3;
+    const QString dirs = s.GetSetting(kSettings, QStringLiteral("UserMP3Directory"), QStringLiteral("0"));
+    if (dirs == QLatin1String("0")) {
+        FUserMP3Directory->setPlainText(proposedMusicFolder());
+        FStatus->setText(firstTimeMessage());
+    } else {
+        FUserMP3Directory->setPlainText(fieldLines(dirs));
+    }
+    line = 4;
+    const QString lastCheck =
+        s.GetSetting(kSettings, QStringLiteral("LastUpdateCheck"), QStringLiteral("---"));
+    FLastUpdateCheck->setText(
+        lastCheck == QLatin1String("---") ? lastCheck : UpdateOptionTexts::checkTimeText(lastCheck));
+    line = 5;
+    FLastUpdateCheckStatus->setText(
+        s.GetSetting(kSettings, QStringLiteral("LastUpdateCheckStatus"), QStringLiteral("---")));
+    line = 6;
+    const QString nextCheck =
+        s.GetSetting(kSettings, QStringLiteral("NextUpdateCheck"), QStringLiteral("---"));
+    FNextUpdateCheck->setText(
+        nextCheck == QLatin1String("---") ? nextCheck : UpdateOptionTexts::checkTimeText(nextCheck));
+    line = 7;
+    const quint8 mode = Checked::textToByte(s.GetSetting(kSettings, QStringLiteral("UpdateMode"), 0));
+    const qint16 interval =
+        Checked::textToInt16(s.GetSetting(kSettings, QStringLiteral("UpdateInterval"), 0));
+    const qint16 remind =
+        Checked::textToInt16(s.GetSetting(kSettings, QStringLiteral("UpdateIntervalRemind"), 0));
+    RUpdateMode[mode == 1 || mode == 2 ? mode : 3]->setChecked(true);
+    line = 8;
+    showInList(FUpdateInterval, UpdateOptionTexts::intervalItemFor(interval));
+    showInList(FUpdateIntervalRemind, UpdateOptionTexts::remindItemFor(remind));
 }
 
 void TavoMP3Settings::BBrowseWinamp_Click() {

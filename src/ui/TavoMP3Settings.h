@@ -28,6 +28,9 @@ public:
     TavoMP3Settings(Services& services, SettingsWindowHost& host, QWidget* parent = nullptr);
     ~TavoMP3Settings() override;
 
+    // Shows the window; after it was closed, the values it shows are read from the store again.
+    void open();
+
     // Colour scheme and presets (TavoMP3SettingsPresets.cpp).
     void LoadPreset(const QString& presetNumber, const QString& caller);
     void SavePreset(const QString& presetNumber, const QString& presetName);
@@ -109,6 +112,9 @@ public:
     static QString proposedPlayerPath();
     static QString proposedMusicFolder();
 
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
 private:
     void buildLayout();
     QWidget* buildGeneralTab();
@@ -117,6 +123,8 @@ private:
     void connectHandlers();
     void connectPresetHandlers();
     void loadWindow();
+    // Load steps 1 to 8: the paths and update options the window shows of the store.
+    void readStoredValues(int& line);
     void showInList(QComboBox* list, const QString& text);
 
     void BBrowseWinamp_Click();
@@ -141,5 +149,6 @@ private:
     QStringList m_presetNames;
     QStringList m_presetLabels;
     bool m_settingSliders = false;
+    bool m_unloaded = false;
     TavoMp3Tree* m_tree = nullptr;
 };

@@ -184,7 +184,7 @@ void TavoMP3Settings::BPresetDelete_Click() {
         const QString name = FPresetList->currentItem() ? FPresetList->currentItem()->text() : QString();
         const auto answer = m_services.dialogs.message(
             QStringLiteral("Möchten Sie das Preset \"") + name + QStringLiteral("\" wirklich löschen?"),
-            QStringLiteral("Achtung!"), Dialogs::Buttons::YesNoCancel, Dialogs::Icon::Exclamation);
+            QStringLiteral("Achtung!"), Dialogs::Buttons::YesNoCancel, Dialogs::Icon::Exclamation, 3);
         if (answer != Dialogs::Answer::Yes)
             return;
         line = 3;

@@ -119,9 +119,11 @@ void TavoSlider::mouseReleaseEvent(QMouseEvent* event) {
         return;
     m_host->setMonitorEnabled(true);
     m_host->setAllowTimeChange(false);
-    // Single precision like the rest of the control's arithmetic.
+    // Single precision like the rest of the control's arithmetic. A knob let go beyond either end of
+    // the track jumps to that end: mpv reads a negative position as counted back from the song's end.
     const float seconds = m_width != 0 ? float(m_max) * m_target / float(m_width) : 0.0f;
-    m_host->jumpToTime(Checked::toInt32(qint64(NumberText::roundHalfEven(seconds, 0))));
+    const double rounded = NumberText::roundHalfEven(seconds, 0);
+    m_host->jumpToTime(qint32(std::clamp(rounded, 0.0, double(qMax<qint16>(m_max, 0)))));
     m_host->setHideScroll(false);
     m_host->focusPlaylist();
     m_host->clearShownTitle();

@@ -14,7 +14,18 @@ UpdateCheckSchedule::UpdateCheckSchedule(SettingsStore& settings, QObject* paren
     TimerCheck = new QTimer(this);
     TimerCheck->setObjectName(QStringLiteral("TimerCheck"));
     TimerCheck->setInterval(60000);
-    connect(TimerCheck, &QTimer::timeout, this, &UpdateCheckSchedule::TimerCheckTimer);
+    connect(TimerCheck, &QTimer::timeout, this, [this] {
+        if (!m_report)
+            return TimerCheckTimer();
+        m_report->run([this](int& line) {
+            line = 1;
+            TimerCheckTimer();
+        });
+    });
+}
+
+void UpdateCheckSchedule::setErrorReport(Dialogs& dialogs) {
+    m_report = std::make_unique<RecurringReport>(dialogs, QStringLiteral("TimerCheck_Timer"));
 }
 
 void UpdateCheckSchedule::load() {

@@ -1,8 +1,12 @@
 #pragma once
 
+#include "base/RecurringReport.h"
+
 #include <QObject>
 #include <QString>
+#include <memory>
 
+class Dialogs;
 class QTimer;
 class SettingsStore;
 
@@ -15,6 +19,8 @@ public:
 
     QTimer* TimerCheck = nullptr;
 
+    // The minute's tick reports its failures (a garbage value in the store) here and goes on.
+    void setErrorReport(Dialogs& dialogs);
     // Reads the update settings, as the main window does while loading.
     void load();
     // One minute passed.
@@ -38,4 +44,5 @@ private:
     SettingsStore& m_settings;
     qint16 m_count = 0;
     QString m_label;
+    std::unique_ptr<RecurringReport> m_report;
 };

@@ -12,6 +12,8 @@
 #include <QAction>
 #include <QLabel>
 #include <QRadioButton>
+#include <QSettings>
+#include <QSlider>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -20,12 +22,26 @@
 class tst_MainLifecycle : public QObject {
     Q_OBJECT
 
-    // The real INI store that also notes the order of every write.
+    // The real INI store that also notes every write: single values and whole batches.
     struct RecordingSettings : TempSettings {
         QStringList writes;
+        int batches = 0;
         void SaveSetting(const QString& section, const QString& key, const QString& value) override {
             writes << section + QLatin1Char('/') + key;
             TempSettings::SaveSetting(section, key, value);
+        }
+        void SaveSettings(const QList<Entry>& entries) override {
+            ++batches;
+            for (const Entry& e : entries)
+                writes << e.section + QLatin1Char('/') + e.key;
+            TempSettings::SaveSettings(entries);
+        }
+        QHash<QString, QString> fileValues() const {
+            QSettings file(fileName(), QSettings::IniFormat);
+            QHash<QString, QString> values;
+            for (const QString& key : file.allKeys())
+                values.insert(key, file.value(key).toString());
+            return values;
         }
     };
 
@@ -43,32 +59,74 @@ class tst_MainLifecycle : public QObject {
 private slots:
     void cleanup() { AppGlobals::PlayOnStart = false; }
 
-    void closeWritesTheSettingsInOrderThenClosesThePlayer() {
+    // The close writes its values in one batch and in order; a value the load could not read stops
+    // the load, and the close then writes back none of the values the load did not get to, unless
+    // the user changed them since.
+    void closeWritesBackOnlyWhatTheLoadRead_data() {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("garbage");
+        QTest::addColumn<QString>("loadError");
+        QTest::addColumn<int>("userVolume");
+        QTest::newRow("nothing damaged") << QString() << QString() << QString() << -1;
+        QTest::newRow("volume out of range")
+            << QStringLiteral("Settings/Volume") << QStringLiteral("300")
+            << QStringLiteral("Fehler in Player Form Load in Zeile 7: Überlauf") << -1;
+        QTest::newRow("position not a number")
+            << QStringLiteral("Settings/CurrentPlaylistPosition") << QStringLiteral("abc")
+            << QStringLiteral("Fehler in Player Form Load in Zeile 7: Typen unverträglich") << -1;
+        QTest::newRow("history slot not a number")
+            << QStringLiteral("PreviousSongs/Prev03") << QStringLiteral("abc")
+            << QStringLiteral("Fehler in Player Form Load in Zeile 7: Typen unverträglich") << -1;
+        QTest::newRow("volume damaged, then moved by the user")
+            << QStringLiteral("Settings/Volume") << QStringLiteral("300")
+            << QStringLiteral("Fehler in Player Form Load in Zeile 7: Überlauf") << 100;
+    }
+    void closeWritesBackOnlyWhatTheLoadRead() {
+        QFETCH(QString, key);
+        QFETCH(QString, garbage);
+        QFETCH(QString, loadError);
+        QFETCH(int, userVolume);
         TestServices t;
         RecordingSettings settings;
         FakePlayer player(t.status);
         Services s{settings, t.dialogs, t.clock, t.random, t.status, PathStyle::Posix, &t.power, &player};
-        settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("WinampPath"),
-                             QStringLiteral("/usr/bin/mpv"));
-        settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("UserMP3Directory"),
-                             QStringLiteral("/m"));
-        settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("PlaylistFile"), playlist(2));
+        auto set = [&](const QString& id, const QString& value) {
+            settings.SaveSetting(id.section(QLatin1Char('/'), 0, 0), id.section(QLatin1Char('/'), 1), value);
+        };
+        set(QStringLiteral("Settings/WinampPath"), QStringLiteral("/usr/bin/mpv"));
+        set(QStringLiteral("Settings/UserMP3Directory"), QStringLiteral("/m\r\n/n"));
+        set(QStringLiteral("Settings/PlaylistFile"), playlist(2));
+        set(QStringLiteral("PreviousSongs/Prev01"), QStringLiteral("1"));
+        if (!key.isEmpty())
+            set(key, garbage);
+        const QHash<QString, QString> before = settings.fileValues();
         TavoMP3PlayerMain w(s);
         w.load();
-        QVERIFY(w.tray().isAdded());
+        QCOMPARE(t.dialogs.messageTexts(), loadError.isEmpty() ? QStringList() : QStringList{loadError});
+        if (userVolume >= 0)
+            w.sldVol->setValue(userVolume);
         settings.writes.clear();
         player.clearLog();
 
         w.close();
 
-        QStringList expected{
-            QStringLiteral("Settings/PlaylistFile"),   QStringLiteral("Settings/UserMP3Directory"),
-            QStringLiteral("Screen/FormPositionLeft"), QStringLiteral("Screen/FormPositionTop"),
-            QStringLiteral("Settings/ShuffleStatus"),  QStringLiteral("Settings/CurrentPlaylistPosition"),
-            QStringLiteral("Settings/Volume"),         QStringLiteral("Settings/DialogLastpath")};
-        for (int i = 1; i <= 20; ++i)
-            expected << QStringLiteral("PreviousSongs/Prev%1").arg(i, 2, 10, QLatin1Char('0'));
-        QCOMPARE(settings.writes, expected);
+        QCOMPARE(settings.batches, 1);
+        const QHash<QString, QString> after = settings.fileValues();
+        for (auto it = before.begin(); it != before.end(); ++it)
+            if (!(userVolume >= 0 && it.key() == key))
+                QCOMPARE(after.value(it.key()), it.value());
+        if (userVolume >= 0)
+            QCOMPARE(after.value(key), QString::number(userVolume));
+        if (key.isEmpty()) {
+            QStringList expected{
+                QStringLiteral("Settings/PlaylistFile"),   QStringLiteral("Settings/UserMP3Directory"),
+                QStringLiteral("Screen/FormPositionLeft"), QStringLiteral("Screen/FormPositionTop"),
+                QStringLiteral("Settings/ShuffleStatus"),  QStringLiteral("Settings/CurrentPlaylistPosition"),
+                QStringLiteral("Settings/Volume"),         QStringLiteral("Settings/DialogLastpath")};
+            for (int i = 1; i <= 20; ++i)
+                expected << QStringLiteral("PreviousSongs/Prev%1").arg(i, 2, 10, QLatin1Char('0'));
+            QCOMPARE(settings.writes, expected);
+        }
         QVERIFY(!w.tray().isAdded());
         QCOMPARE(player.commands(), QList<qint32>{40001});
     }

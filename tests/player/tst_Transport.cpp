@@ -264,7 +264,7 @@ private slots:
         PlaybackRig r;
         for (int i = 1; i <= 20; ++i)
             r.history.AddToPrevSongs(i * 10);
-        r.history.write(r.t.settings);
+        r.t.settings.SaveSettings(r.history.entries());
         QCOMPARE(r.t.settings.GetSetting(QStringLiteral("PreviousSongs"), QStringLiteral("Prev01"), 0),
                  QStringLiteral("200"));
         QCOMPARE(r.t.settings.GetSetting(QStringLiteral("PreviousSongs"), QStringLiteral("Prev20"), 0),
