@@ -7,7 +7,7 @@ packages=(
     qt6-base-dev qt6-translations-l10n
     libbenchmark-dev libtag1-dev
     mpv lame clang-14 libclang-rt-14-dev
-    xvfb xauth imagemagick xdotool
+    xvfb xauth imagemagick xdotool trayer x11-utils
     dbus dbus-x11 at-spi2-core python3-pyatspi gir1.2-atspi-2.0 python3-gi
 )
 missing=()

@@ -135,6 +135,9 @@ public:
     QList<QAction*> MenuSetPrio; // Index 0..5 sets priority 5 - Index
     QAction* MenuPopExit = nullptr;
     TrayModule& tray() { return *m_tray; }
+    // The "start" word hides the window in the notification area; where the desktop has none, the
+    // window starts minimized instead, so that it can be reached at all.
+    void showAfterStart(bool showWindow);
     // A notification of the tray icon: the mouse message code in x, y 0.
     void TrayNotification(int x, int y);
 

@@ -64,6 +64,15 @@ void TavoMP3PlayerMain::buildTrayMenu() {
     connect(MenuPopExit, &QAction::triggered, this, &QWidget::close);
 }
 
+void TavoMP3PlayerMain::showAfterStart(bool showWindow) {
+    if (showWindow)
+        show();
+    else if (m_tray->canHideWindow())
+        hide();
+    else
+        showMinimized();
+}
+
 void TavoMP3PlayerMain::restoreWindow(bool focusList) {
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
@@ -94,13 +103,14 @@ void TavoMP3PlayerMain::mouseMoveEvent(QMouseEvent* event) {
 void TavoMP3PlayerMain::changeEvent(QEvent* event) {
     if (event->type() == QEvent::ActivationChange && isActiveWindow())
         mainWindowActivated();
-    // Minimized, only the notification-area icon is left.
+    // Minimized, only the notification-area icon is left; without a notification area the window
+    // stays minimized in the task bar, the only way back to it.
     // Queued, because showMinimized() makes the window visible again right after the state change.
     if (event->type() == QEvent::WindowStateChange && isMinimized())
         QMetaObject::invokeMethod(
             this,
             [this] {
-                if (isMinimized())
+                if (isMinimized() && m_tray->canHideWindow())
                     hide();
             },
             Qt::QueuedConnection);

@@ -8,7 +8,8 @@ QString TrayModule::songTip(const QString& songName) {
     return (idleTip() + QStringLiteral(": ") + songName).left(kTipField);
 }
 
-TrayModule::TrayModule(QWidget* window, QMenu* menu, QObject* parent) : QObject(parent) {
+TrayModule::TrayModule(QWidget* window, QMenu* menu, QObject* parent)
+    : QObject(parent), trayAvailable([] { return QSystemTrayIcon::isSystemTrayAvailable(); }) {
     m_icon = new QSystemTrayIcon(window->windowIcon(), this);
     m_icon->setObjectName(QStringLiteral("TrayIcon"));
     m_icon->setContextMenu(menu);
@@ -24,8 +25,7 @@ void TrayModule::add(const QString& tip) {
     m_tip = tip.left(kTipField);
     m_icon->setToolTip(m_tip);
     m_added = true;
-    if (QSystemTrayIcon::isSystemTrayAvailable())
-        m_icon->show();
+    m_icon->show();
 }
 
 void TrayModule::modify(const QString& tip) {

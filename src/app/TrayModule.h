@@ -2,13 +2,15 @@
 
 #include <QObject>
 #include <QString>
+#include <functional>
 
 class QMenu;
 class QSystemTrayIcon;
 class QWidget;
 
 // The program's icon in the notification area: there from load until close, tip = current song.
-// Where the desktop has no notification area the calls do nothing and the program runs on.
+// The icon is asked for even while the desktop has no notification area: login starts the program
+// and the panel at the same time, and the icon appears as soon as a panel offers a place for it.
 class TrayModule : public QObject {
     Q_OBJECT
 public:
@@ -24,6 +26,11 @@ public:
     void remove();
 
     bool isAdded() const { return m_added; }
+    // Whether hiding the window leaves the user a way back: the icon sits in a notification area.
+    // Without one the window must stay reachable (minimised, in the task bar).
+    bool canHideWindow() const { return m_added && trayAvailable(); }
+    // Where the desktop offers a notification area now; tests replace it.
+    std::function<bool()> trayAvailable;
     const QString& tip() const { return m_tip; }
     QSystemTrayIcon* icon() const { return m_icon; }
 

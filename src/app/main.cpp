@@ -65,7 +65,7 @@ int main(int argc, char* argv[]) {
         window = std::make_unique<TavoMP3PlayerMain>(services);
         dialogs.setParent(window.get());
         window->load();
-        window->setVisible(cmd.showWindow);
+        window->showAfterStart(cmd.showWindow);
     } catch (const RuntimeError& e) {
         dialogs.message(ErrorReport::text(QStringLiteral("Submain"), line, e.description()));
         if (!window)

@@ -77,12 +77,41 @@ private slots:
         QFETCH(bool, restores);
         TestServices t;
         TavoMP3PlayerMain w(t.services);
+        w.tray().trayAvailable = [] { return true; };
         w.load();
         w.showMinimized();
         QTRY_VERIFY(!w.isVisible()); // minimized means: only the tray icon is left
         w.TrayNotification(x, y);
         QCOMPARE(w.isVisible(), restores);
         QVERIFY(!w.MenuPopupSys->isVisible());
+        w.close();
+    }
+
+    // Hidden in the notification area only where there is one; else the window stays reachable.
+    void hiddenOnlyWithANotificationArea_data() {
+        QTest::addColumn<bool>("tray");
+        QTest::addColumn<bool>("minimize"); // else: started with "start"
+        QTest::addColumn<bool>("visible");
+        QTest::newRow("start, with a tray") << true << false << false;
+        QTest::newRow("start, without") << false << false << true;
+        QTest::newRow("minimized, with a tray") << true << true << false;
+        QTest::newRow("minimized, without") << false << true << true;
+    }
+    void hiddenOnlyWithANotificationArea() {
+        QFETCH(bool, tray);
+        QFETCH(bool, minimize);
+        QFETCH(bool, visible);
+        TestServices t;
+        TavoMP3PlayerMain w(t.services);
+        w.tray().trayAvailable = [tray] { return tray; };
+        w.load();
+        if (minimize) {
+            w.showMinimized();
+            QTest::qWait(20);
+        } else {
+            w.showAfterStart(false);
+        }
+        QCOMPARE(w.isVisible(), visible);
         w.close();
     }
 
