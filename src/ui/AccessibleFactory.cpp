@@ -3,6 +3,7 @@
 #include "ui/AutomationIds.h"
 #include "ui/MenuItemAccessible.h"
 #include "ui/MiniDiagramAccessible.h"
+#include "ui/OptionButtonAccessible.h"
 #include "ui/SkinControl.h"
 #include "ui/SkinControlAccessible.h"
 #include "ui/TavoSlider.h"
@@ -12,6 +13,7 @@
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
+#include <QRadioButton>
 
 namespace AccessibleFactory {
 
@@ -22,6 +24,8 @@ QAccessibleInterface* create(const QString& className, QObject* object) {
         return new TavoSliderAccessible(static_cast<TavoSlider*>(object));
     if (className == QLatin1String("TavoxMiniDiagram"))
         return new MiniDiagramAccessible(static_cast<TavoxMiniDiagram*>(object));
+    if (className == QLatin1String("QRadioButton"))
+        return new OptionButtonAccessible(static_cast<QRadioButton*>(object));
     if (className == QLatin1String("QAction") && AutomationIds::enabled()) {
         auto* action = static_cast<QAction*>(object);
         // Entries that open a submenu and unnamed ones stay Qt's own.

@@ -79,7 +79,7 @@ void TavoMP3Settings::buildLayout() {
     FStatus->setFrameShadow(QFrame::Sunken);
     FStatus->setWordWrap(true);
     FStatus->setMinimumHeight(36);
-    FStatus->setAccessibleName(QStringLiteral("Status"));
+    // No fixed name: a label's name is its text, so a screen reader reads the message itself.
     outer->addWidget(FStatus);
 
     auto* buttons = new QHBoxLayout;

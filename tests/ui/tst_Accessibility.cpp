@@ -1,4 +1,5 @@
 #include "app/TavoMP3PlayerMain.h"
+#include "playlist/widgets/PriorityFrame.h"
 #include "playlist/widgets/TavoMP3Playlist2.h"
 #include "support/MainWindowRig.h"
 #include "ui/AccessibleFactory.h"
@@ -59,16 +60,33 @@ private slots:
         QVERIFY2(nameless.isEmpty(), qPrintable(nameless.join(QStringLiteral(", "))));
     }
 
-    void skinButtonIsAPushButtonThatPresses() {
+    // Option buttons worked through the bus do what a click does, not only move the mark.
+    void optionButtonsActAsAClick_data() {
+        QTest::addColumn<QString>("action");
+        QTest::newRow("press") << QAccessibleActionInterface::pressAction();
+        QTest::newRow("toggle") << QAccessibleActionInterface::toggleAction();
+    }
+    void optionButtonsActAsAClick() {
+        QFETCH(QString, action);
         Rig r;
-        QAccessibleInterface* a = iface(r.w.BPlay);
-        QCOMPARE(a->role(), QAccessible::Button);
-        QCOMPARE(a->text(QAccessible::Name), QStringLiteral("Play"));
-        QVERIFY(a->state().focusable);
-        QVERIFY(a->actionInterface()->actionNames().contains(QAccessibleActionInterface::pressAction()));
-        QSignalSpy clicks(r.w.BPlay, &SkinControl::clicked);
-        a->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-        QTRY_COMPARE(clicks.count(), 1);
+        r.w.playlists().paths(1) = {QStringLiteral("/m/Alpha.mp3:5"), QStringLiteral("/m/Beta.mp3:5")};
+        r.w.playlists().FuncDisplayPlaylist(true, 1);
+        r.w.playlists().list(1).selectOnly(1);
+        QAccessibleInterface* prio = iface(r.w.Frame1->FPrio[2]);
+        QCOMPARE(prio->role(), QAccessible::RadioButton);
+        QVERIFY(prio->state().checkable);
+        prio->actionInterface()->doAction(action);
+        QTRY_COMPARE(r.w.playlists().PlaylistPaths.at(1), QStringLiteral("/m/Beta.mp3:2"));
+        QVERIFY(prio->state().checked);
+        iface(r.w.PL[2])->actionInterface()->doAction(action);
+        QTRY_VERIFY(!r.w.mainPlaylistActive);
+    }
+
+    // The settings window's status line is read out with what it says, not as a fixed word.
+    void statusLineIsReadWithItsText() {
+        Rig r;
+        TavoMP3Settings* w = r.w.settingsWindow();
+        QCOMPARE(iface(w->FStatus)->text(QAccessible::Name), TavoMP3Settings::firstTimeMessage());
     }
 
     void skinButtonNameAndPress_data() {
