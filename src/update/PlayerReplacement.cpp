@@ -2,6 +2,8 @@
 
 #include "base/Dialogs.h"
 #include "base/SettingsStore.h"
+#include "update/ReleaseList.h"
+#include "update/UpdateConfig.h"
 
 #include <QDeadlineTimer>
 #include <QDir>
@@ -14,28 +16,23 @@
 
 namespace {
 const QString kUpdate = QStringLiteral("Update");
+const QString kTitle = QStringLiteral("TavoMP3 Update");
 
-std::filesystem::path fsPath(const QString& p) {
-    return std::filesystem::path(p.toStdU16String());
+std::error_code renameFile(const QString& from, const QString& to) {
+    std::error_code error;
+    for (int attempt = 0;; ++attempt) {
+        std::filesystem::rename(std::filesystem::path(from.toStdU16String()),
+                                std::filesystem::path(to.toStdU16String()), error);
+        if (!error || attempt >= 20)
+            return error;
+        QThread::msleep(250); // a file still in use (Windows) is retried for a few seconds
+    }
 }
 } // namespace
 
-PlayerReplacement::PlayerReplacement(SettingsStore& settings, Dialogs& dialogs)
-    : m_settings(settings), m_dialogs(dialogs) {
-    startProgram = [](const QString& program) {
-        return QProcess::startDetached(program, {}, QFileInfo(program).absolutePath());
-    };
+PlayerReplacement::PlayerReplacement(SettingsStore& settings, Dialogs& dialogs, QString publicKey)
+    : m_settings(settings), m_dialogs(dialogs), m_publicKey(std::move(publicKey)) {
     isRunning = &PlayerReplacement::programIsRunning;
-}
-
-bool PlayerReplacement::looksLikeProgram(const QByteArray& head) {
-#ifdef Q_OS_WIN
-    return head.startsWith("MZ");
-#else
-    return head.startsWith("\x7f"
-                           "ELF") ||
-           head.startsWith("#!");
-#endif
 }
 
 bool PlayerReplacement::programIsRunning(const QString& program) {
@@ -58,15 +55,51 @@ bool PlayerReplacement::programIsRunning(const QString& program) {
 #endif
 }
 
+bool PlayerReplacement::processAlive(qint64 pid) {
+#ifdef Q_OS_LINUX
+    QFile stat(QStringLiteral("/proc/") + QString::number(pid) + QStringLiteral("/stat"));
+    if (!stat.open(QIODevice::ReadOnly))
+        return false;
+    // "<pid> (<name>) <state> ...": a dead child nobody has reaped yet shows as Z.
+    const QByteArray line = stat.readAll();
+    const qsizetype paren = line.lastIndexOf(')');
+    const char state = paren >= 0 && paren + 2 < line.size() ? line.at(paren + 2) : 'X';
+    return state != 'Z' && state != 'X';
+#else
+    Q_UNUSED(pid);
+    return true;
+#endif
+}
+
 QString PlayerReplacement::failureText(const QString& reason) {
     return QStringLiteral("Die neue Version konnte nicht eingespielt werden: ") + reason +
            QStringLiteral("\r\nDie bisherige Version bleibt erhalten.");
 }
 
-bool PlayerReplacement::refuse(const QString& reason) {
-    m_dialogs.message(failureText(reason), QStringLiteral("TavoMP3 Update"), Dialogs::Buttons::Ok,
-                      Dialogs::Icon::Critical);
-    return false;
+qint64 PlayerReplacement::start(const QString& program) {
+    qint64 pid = 0;
+    if (!QProcess::startDetached(program, {}, QFileInfo(program).absolutePath(), &pid))
+        return 0;
+    return pid;
+}
+
+bool PlayerReplacement::keepsRunning(qint64 pid) const {
+    if (pid <= 0)
+        return false;
+    QDeadlineTimer deadline(confirmStartMs);
+    while (!deadline.hasExpired()) {
+        if (!processAlive(pid))
+            return false;
+        QThread::msleep(50);
+    }
+    return processAlive(pid);
+}
+
+PlayerReplacement::Outcome PlayerReplacement::refuseAndRestart(const QString& player, const QString& reason) {
+    m_dialogs.message(failureText(reason), kTitle, Dialogs::Buttons::Ok, Dialogs::Icon::Critical);
+    if (QFileInfo::exists(player))
+        start(player);
+    return Outcome::Refused;
 }
 
 PlayerReplacement::Outcome PlayerReplacement::run() {
@@ -81,51 +114,58 @@ PlayerReplacement::Outcome PlayerReplacement::run() {
     while (isRunning(player) && !deadline.hasExpired())
         QThread::msleep(100);
 
-    auto refuseAndRestart = [&](const QString& reason) {
-        refuse(reason);
-        if (QFileInfo::exists(player))
-            startProgram(player);
-        return Outcome::Refused;
-    };
-
     if (player.isEmpty() || updated.isEmpty())
-        return refuseAndRestart(QStringLiteral("Pfade fehlen in den Einstellungen."));
-    QFile download(updated);
-    if (!download.open(QIODevice::ReadOnly))
-        return refuseAndRestart(QStringLiteral("\"") + updated + QStringLiteral("\" nicht gefunden."));
-    const QByteArray head = download.read(4);
-    const qint64 size = download.size();
-    download.close();
-    if (size == 0)
-        return refuseAndRestart(QStringLiteral("\"") + updated + QStringLiteral("\" ist leer."));
-    if (!looksLikeProgram(head))
-        return refuseAndRestart(QStringLiteral("\"") + updated + QStringLiteral("\" ist kein Programm."));
+        return refuseAndRestart(player, QStringLiteral("Pfade fehlen in den Einstellungen."));
+    const QString folder = QFileInfo(player).absolutePath();
+    if (!UpdateConfig::folderWritable(folder))
+        return refuseAndRestart(player, QStringLiteral("Das Programmverzeichnis \"") +
+                                            QDir::toNativeSeparators(folder) +
+                                            QStringLiteral("\" ist für Sie nicht beschreibbar. Bitte "
+                                                           "aktualisieren Sie das Programm auf demselben "
+                                                           "Weg, auf dem es installiert wurde."));
+    // The list the player accepted lies beside it; the file must still be the one it signs.
+    QString why;
+    const auto list = ReleaseList::read(folder + QStringLiteral("/TavoMP3Versions.txt"), m_publicKey, why);
+    if (!list || !list->verifyFile(UpdateConfig::playerFileName(), updated, m_publicKey, why))
+        return refuseAndRestart(player, why);
 
-    // The new file takes the old one's permissions (the execute bits above all) before it takes its
-    // place; the rename replaces the old file in one step, so there is never a half-written player.
-    const QFileDevice::Permissions keep = QFileInfo::exists(player)
-                                              ? QFile::permissions(player)
-                                              : QFileDevice::ReadOwner | QFileDevice::WriteOwner |
-                                                    QFileDevice::ExeOwner | QFileDevice::ReadUser |
-                                                    QFileDevice::WriteUser | QFileDevice::ExeUser |
-                                                    QFileDevice::ReadGroup | QFileDevice::ExeGroup |
-                                                    QFileDevice::ReadOther | QFileDevice::ExeOther;
+    // The new file takes the old one's permissions (the execute bits above all). The old file is
+    // kept until the new one has started; each move is one rename, never a half-written player.
+    const bool hadPlayer = QFileInfo::exists(player);
+    const QString backup = player + QStringLiteral(".old");
+    const QFileDevice::Permissions keep = hadPlayer ? QFile::permissions(player)
+                                                    : QFileDevice::ReadOwner | QFileDevice::WriteOwner |
+                                                          QFileDevice::ExeOwner | QFileDevice::ReadUser |
+                                                          QFileDevice::WriteUser | QFileDevice::ExeUser |
+                                                          QFileDevice::ReadGroup | QFileDevice::ExeGroup |
+                                                          QFileDevice::ReadOther | QFileDevice::ExeOther;
     QFile::setPermissions(updated,
                           keep | QFileDevice::ExeOwner | QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    std::error_code error;
-    for (int attempt = 0;; ++attempt) {
-        std::filesystem::rename(fsPath(updated), fsPath(player), error);
-        if (!error || attempt >= 20)
-            break;
-        QThread::msleep(250); // a file still in use (Windows) is retried for a few seconds
+    if (hadPlayer) {
+        if (const std::error_code error = renameFile(player, backup))
+            return refuseAndRestart(player, QString::fromLocal8Bit(error.message()));
     }
-    if (error)
-        return refuseAndRestart(QString::fromLocal8Bit(error.message()));
-
+    if (const std::error_code error = renameFile(updated, player)) {
+        if (hadPlayer)
+            renameFile(backup, player);
+        return refuseAndRestart(player, QString::fromLocal8Bit(error.message()));
+    }
     m_settings.SaveSetting(kUpdate, QStringLiteral("PlayerToUpdate"), QStringLiteral("0"));
-    if (!startProgram(player))
+
+    if (keepsRunning(start(player))) {
+        QFile::remove(backup);
+        return Outcome::Replaced;
+    }
+    const bool restored = hadPlayer && !renameFile(backup, player);
+    if (!restored) {
         m_dialogs.message(QStringLiteral("Die neue Version wurde eingespielt, aber \"") + player +
-                              QStringLiteral("\" konnte nicht gestartet werden."),
-                          QStringLiteral("TavoMP3 Update"), Dialogs::Buttons::Ok, Dialogs::Icon::Critical);
-    return Outcome::Replaced;
+                              QStringLiteral("\" ließ sich nicht starten."),
+                          kTitle, Dialogs::Buttons::Ok, Dialogs::Icon::Critical);
+        return Outcome::Refused;
+    }
+    m_dialogs.message(QStringLiteral("Die neue Version ließ sich nicht starten. Die bisherige Version wurde "
+                                     "wiederhergestellt und wieder gestartet."),
+                      kTitle, Dialogs::Buttons::Ok, Dialogs::Icon::Critical);
+    start(player);
+    return Outcome::Restored;
 }

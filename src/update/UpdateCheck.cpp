@@ -13,20 +13,20 @@
 
 namespace {
 
-RuntimeError subscriptOutOfRange() {
-    return RuntimeError(9, QStringLiteral("Index außerhalb des gültigen Bereichs"));
-}
-
 const QString& lineAt(const QStringList& lines, int oneBased) {
     if (oneBased < 1 || oneBased > lines.size())
-        throw subscriptOutOfRange();
+        throw RuntimeError::subscriptOutOfRange();
     return lines.at(oneBased - 1);
+}
+
+QString quoted(const QString& text) {
+    return QStringLiteral("\"") + text + QStringLiteral("\"");
 }
 
 } // namespace
 
 UpdateCheck::UpdateCheck(Services& services, UpdateConfig config, QObject* parent)
-    : QObject(parent), m_services(services), m_config(std::move(config)) {
+    : QObject(parent), m_services(services), m_config(std::move(config)), m_download(services.dialogs) {
     connect(&m_download, &SocketDownload::downloadClosed, this, &UpdateCheck::onDownloadClosed);
     connect(&m_download, &SocketDownload::timedOut, this, &UpdateCheck::onTimedOut);
 }
@@ -36,26 +36,50 @@ void UpdateCheck::appendLog(const QString& text) {
     emit logChanged(m_log);
 }
 
-void UpdateCheck::startDownload(const QString& address, const QString& destination, bool withProgress) {
+void UpdateCheck::refuse(const QString& why) {
+    appendLog(why + crLf() + crLf() + QStringLiteral("Automatisches Update abgebrochen!") + crLf());
+}
+
+void UpdateCheck::startDownload(const QString& address, const QString& destination, bool withProgress,
+                                qint64 sizeLimit) {
     m_download.CloseDownload();
+    m_fetching = address.mid(address.lastIndexOf(QLatin1Char('/')) + 1);
+    m_download.sizeLimit = sizeLimit;
     m_download.DownloadFile(address, destination, withProgress ? &m_progress : nullptr);
 }
 
+void UpdateCheck::startCheck(State state) {
+    UpdateState = state;
+    m_release.reset();
+    m_listFile = m_config.localVersionList();
+    startDownload(m_config.versionListAddress(), m_listFile, false, ReleaseList::MaxBytes);
+}
+
 void UpdateCheck::BStartClick() {
-    m_log.clear();
-    appendLog(QStringLiteral("Überprüfe Player Version (aktuelle Version ") + m_config.playerVersion +
-              QStringLiteral(") ...") + crLf());
-    UpdateState = ByHand;
-    startDownload(m_config.versionListAddress(), m_config.localVersionList(), false);
+    ErrorReport::guard(m_services.dialogs, QStringLiteral("BStart_Click"), [this](int& line) {
+        line = 1;
+        m_log.clear();
+        appendLog(QStringLiteral("Überprüfe Player Version (aktuelle Version ") + m_config.playerVersion +
+                  QStringLiteral(") ...") + crLf());
+        line = 2;
+        startCheck(ByHand);
+    });
 }
 
 void UpdateCheck::AutomaticCheck() {
-    UpdateState = Automatic;
-    startDownload(m_config.versionListAddress(), m_config.localVersionList(), false);
+    ErrorReport::guard(m_services.dialogs, QStringLiteral("AutomaticUpdateCheck"), [this](int& line) {
+        line = 1;
+        startCheck(Automatic);
+    });
 }
 
 void UpdateCheck::Cancel() {
-    m_download.Cancel();
+    ErrorReport::guard(m_services.dialogs, QStringLiteral("BCancel_Click"), [this](int& line) {
+        line = 1;
+        // The time-out goes with the download: a cancelled attempt must not report later.
+        m_download.Cancel();
+        UpdateState = Idle;
+    });
 }
 
 void UpdateCheck::onTimedOut() {
@@ -68,32 +92,88 @@ void UpdateCheck::onDownloadClosed() {
     // the program's usual message and the chain stops there.
     ErrorReport::guard(m_services.dialogs, QStringLiteral("Winsock1_Close"), [this](int& line) {
         line = 1;
+        if (!m_download.failure().isEmpty()) {
+            refuse(quoted(m_fetching) + QStringLiteral(" wurde nicht angenommen: ") + m_download.failure());
+            return;
+        }
         switch (UpdateState) {
         case ByHand:
         case Automatic:
             line = 2;
-            CheckVersionPlayer();
+            if (acceptVersionList())
+                CheckVersionPlayer();
             break;
         case PlayerCurrent:
         case PlayerDownload:
             line = 3;
-            CheckVersionUpdate();
+            if (UpdateState == PlayerCurrent || acceptFile(UpdateConfig::playerFileName(), false))
+                CheckVersionUpdate();
             break;
         case UpdaterDownload:
             line = 4;
-            restoreUpdaterPermissions();
-            appendLog(QStringLiteral("Update-Programm wurde aktualisiert.") + crLf() + crLf() +
-                      QStringLiteral("Automatisches Update erfolgreich abgeschlossen.") + crLf());
+            if (acceptFile(UpdateConfig::updaterFileName(), true))
+                appendLog(QStringLiteral("Update-Programm wurde aktualisiert.") + crLf() + crLf() +
+                          QStringLiteral("Automatisches Update erfolgreich abgeschlossen.") + crLf());
             break;
         case UpdaterAfterPlayer:
             line = 5;
-            restoreUpdaterPermissions();
-            install();
+            if (acceptFile(UpdateConfig::updaterFileName(), true))
+                install();
             break;
         default:
             break;
         }
     });
+}
+
+bool UpdateCheck::acceptVersionList() {
+    QString why;
+    m_release = ReleaseList::read(m_download.partFile(), m_config.publicKey, why);
+    if (!m_release) {
+        m_download.discard();
+        refuse(why + QStringLiteral(" Es gibt kein Update."));
+        return false;
+    }
+    const QString error = m_download.commit();
+    if (!error.isEmpty())
+        refuse(error);
+    return error.isEmpty();
+}
+
+bool UpdateCheck::acceptFile(const QString& name, bool program) {
+    QString why;
+    if (!m_release.value().verifyFile(name, m_download.partFile(), m_config.publicKey, why)) {
+        m_download.discard();
+        refuse(quoted(name) + QStringLiteral(" wurde nicht angenommen: ") + why);
+        return false;
+    }
+    if (program) {
+        // The updater must stay a program the player can start; a new one keeps the old one's rights.
+        const QString& target = m_download.destination();
+        const QFileDevice::Permissions runnable = QFileDevice::ReadOwner | QFileDevice::WriteOwner |
+                                                  QFileDevice::ExeOwner | QFileDevice::ReadUser |
+                                                  QFileDevice::WriteUser | QFileDevice::ExeUser;
+        QFile::setPermissions(
+            m_download.partFile(),
+            (QFile::exists(target) ? QFile::permissions(target) : QFileDevice::Permissions()) | runnable);
+    }
+    const QString error = m_download.commit();
+    if (!error.isEmpty())
+        refuse(error);
+    return error.isEmpty();
+}
+
+QString UpdateCheck::whyNotDownload(const QString& name) const {
+    if (!UpdateConfig::folderWritable(m_config.programFolder))
+        return QStringLiteral("Das Programmverzeichnis ") + quoted(m_config.programFolder) +
+               QStringLiteral(" ist für Sie nicht beschreibbar, etwa weil das Programm über die "
+                              "Paketverwaltung installiert wurde. Die neue Version wird nicht "
+                              "eingespielt; bitte aktualisieren Sie das Programm auf demselben Weg, "
+                              "auf dem es installiert wurde.");
+    if (!m_release.value().names(name))
+        return QStringLiteral("Die Versionsliste nennt für ") + name +
+               QStringLiteral(" keine Größe und keine Signatur.");
+    return QString();
 }
 
 QStringList UpdateCheck::readVersionLines(const QString& fileName) {
@@ -117,7 +197,7 @@ QStringList UpdateCheck::readVersionLines(const QString& fileName) {
 }
 
 void UpdateCheck::CheckVersionPlayer() {
-    VersionLines = readVersionLines(m_config.localVersionList());
+    VersionLines = readVersionLines(m_listFile);
     NewPlayerVersion = StrRight(lineAt(VersionLines, 1), QStringLiteral("TavoMP3Player: "));
     NewUpdateVersion = StrRight(lineAt(VersionLines, 2), QStringLiteral("TavoMP3Update: "));
 
@@ -142,11 +222,16 @@ void UpdateCheck::CheckVersionPlayer() {
             QStringLiteral("Neue Version"), Dialogs::Buttons::YesNoCancel, Dialogs::Icon::Question);
         if (answer == Dialogs::Answer::Yes)
             emit showWindowRequested();
+    } else if (const QString why = whyNotDownload(UpdateConfig::playerFileName()); !why.isEmpty()) {
+        status = QStringLiteral("Neue Player Version (") + NewPlayerVersion + QStringLiteral(") verfügbar");
+        appendLog(status + crLf());
+        refuse(why);
     } else {
         status = QStringLiteral("Neue Player Version (") + NewPlayerVersion + QStringLiteral(") verfügbar");
         appendLog(status + QStringLiteral(" - Starte Download ...") + crLf());
         UpdateState = PlayerDownload;
-        startDownload(m_config.playerAddress(), m_config.newPlayerFile(), true);
+        startDownload(m_config.playerAddress(), m_config.newPlayerFile(), true,
+                      m_release.value().files.value(UpdateConfig::playerFileName()).size);
     }
 
     SettingsStore& s = m_services.settings;
@@ -167,6 +252,10 @@ void UpdateCheck::CheckVersionUpdate() {
     } else if (order == 0) {
         // A player downloaded before stays in its .tmp file and is not installed.
         appendLog(QStringLiteral("Aktuellste Version des Update-Programms bereits vorhanden.") + crLf());
+    } else if (const QString why = whyNotDownload(UpdateConfig::updaterFileName()); !why.isEmpty()) {
+        appendLog(QStringLiteral("Neue Update-Programm Version (") + NewUpdateVersion +
+                  QStringLiteral(") verfügbar") + crLf());
+        refuse(why);
     } else {
         appendLog(QStringLiteral("Neue Update-Programm Version (") + NewUpdateVersion +
                   QStringLiteral(") verfügbar - Starte Download ...") + crLf());
@@ -174,18 +263,10 @@ void UpdateCheck::CheckVersionUpdate() {
             UpdateState = UpdaterDownload;
         else if (UpdateState == PlayerDownload)
             UpdateState = UpdaterAfterPlayer;
-        m_updaterPermissions = QFile::exists(m_config.updaterPath) ? QFile::permissions(m_config.updaterPath)
-                                                                   : QFileDevice::Permissions();
-        startDownload(m_config.updaterAddress(), m_config.updaterPath, true);
+        // Fetched into a part file and renamed over the updater only once it is checked.
+        startDownload(m_config.updaterAddress(), m_config.updaterPath, true,
+                      m_release.value().files.value(UpdateConfig::updaterFileName()).size);
     }
-}
-
-void UpdateCheck::restoreUpdaterPermissions() {
-    // The download replaced the file; the updater must stay a program the player can start.
-    const QFileDevice::Permissions program = QFileDevice::ReadOwner | QFileDevice::WriteOwner |
-                                             QFileDevice::ExeOwner | QFileDevice::ReadUser |
-                                             QFileDevice::WriteUser | QFileDevice::ExeUser;
-    QFile::setPermissions(m_config.updaterPath, m_updaterPermissions | program);
 }
 
 void UpdateCheck::install() {

@@ -1,19 +1,21 @@
 #pragma once
 
 #include "update/DownloadProgress.h"
+#include "update/ReleaseList.h"
 #include "update/SocketDownload.h"
 #include "update/UpdateConfig.h"
 
-#include <QFileDevice>
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <optional>
 
 struct Services;
 
 // What the update window does: fetch the version list, compare versions, download a newer
-// player and updater, and hand over to the updater. The window shows FLog and the progress and
-// forwards its buttons here.
+// player and updater, and hand over to the updater. Nothing downloaded replaces anything before
+// it has been checked against the signed version list; a refusal ends the chain with a German
+// reason in the log. The window shows FLog and the progress and forwards its buttons here.
 class UpdateCheck : public QObject {
     Q_OBJECT
 public:
@@ -44,7 +46,7 @@ public:
     void BStartClick();
     // The main window's timed check: the window stays hidden and asks before updating.
     void AutomaticCheck();
-    // "&Abbrechen" and closing the window.
+    // "&Abbrechen" and closing the window: the download and its time-out end here.
     void Cancel();
 
     void CheckVersionPlayer();
@@ -71,16 +73,24 @@ signals:
 
 private:
     void appendLog(const QString& text);
+    void startCheck(State state);
     void onDownloadClosed();
     void onTimedOut();
+    bool acceptVersionList();
+    bool acceptFile(const QString& name, bool program);
+    // Empty when `name` can be fetched and installed; otherwise why not.
+    QString whyNotDownload(const QString& name) const;
+    void refuse(const QString& why);
+    void startDownload(const QString& address, const QString& destination, bool withProgress,
+                       qint64 sizeLimit);
     void install();
-    void restoreUpdaterPermissions();
-    void startDownload(const QString& address, const QString& destination, bool withProgress);
 
     Services& m_services;
     UpdateConfig m_config;
     SocketDownload m_download;
     DownloadProgress m_progress;
     QString m_log;
-    QFileDevice::Permissions m_updaterPermissions;
+    QString m_listFile;
+    QString m_fetching; // the server's name of the file being downloaded
+    std::optional<ReleaseList> m_release;
 };

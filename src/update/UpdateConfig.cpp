@@ -5,6 +5,8 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QStandardPaths>
+#include <QTemporaryFile>
 
 namespace {
 QString sep() {
@@ -23,15 +25,31 @@ QString UpdateConfig::executableSuffix() {
 #endif
 }
 
+QString UpdateConfig::playerFileName() {
+    return QStringLiteral("TavoMP3Player") + executableSuffix();
+}
+
+QString UpdateConfig::updaterFileName() {
+    return AppGlobals::updaterFileName();
+}
+
 QString UpdateConfig::serverFromEnvironment() {
     const QString fromEnv = qEnvironmentVariable("TAVOMP3_UPDATE_HOST").trimmed();
     return fromEnv.isEmpty() ? defaultServer() : fromEnv;
 }
 
+QString UpdateConfig::publicKeyFromEnvironment() {
+    const QString fromEnv = qEnvironmentVariable("TAVOMP3_UPDATE_PUBLIC_KEY").trimmed();
+    return fromEnv.isEmpty() ? QStringLiteral(TAVO_UPDATE_PUBLIC_KEY) : fromEnv;
+}
+
 UpdateConfig UpdateConfig::forThisProgram() {
     UpdateConfig c;
     c.server = serverFromEnvironment();
+    c.publicKey = publicKeyFromEnvironment();
     c.programFolder = AppGlobals::programFolder();
+    c.cacheFolder = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + sep() +
+                    QStringLiteral("TavoMP3Player");
     c.ownName = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();
     c.playerVersion =
         QString::number(TAVO_VERSION_MAJOR) + QLatin1Char('.') + QString::number(TAVO_VERSION_MINOR);
@@ -42,22 +60,32 @@ UpdateConfig UpdateConfig::forThisProgram() {
     return c;
 }
 
+bool UpdateConfig::folderWritable(const QString& folder) {
+    QTemporaryFile probe(folder + sep() + QStringLiteral(".tavo-write-test-XXXXXX"));
+    return probe.open();
+}
+
+QString UpdateConfig::updateFolder() const {
+    if (folderWritable(programFolder))
+        return programFolder;
+    QDir().mkpath(cacheFolder);
+    return cacheFolder;
+}
+
 QString UpdateConfig::versionListAddress() const {
     return QStringLiteral("http://") + server + downloads() + QStringLiteral("Versions.txt");
 }
 
 QString UpdateConfig::playerAddress() const {
-    return QStringLiteral("http://") + server + downloads() + QStringLiteral("TavoMP3Player") +
-           executableSuffix();
+    return QStringLiteral("http://") + server + downloads() + playerFileName();
 }
 
 QString UpdateConfig::updaterAddress() const {
-    return QStringLiteral("http://") + server + downloads() + QStringLiteral("TavoMP3Update") +
-           executableSuffix();
+    return QStringLiteral("http://") + server + downloads() + updaterFileName();
 }
 
 QString UpdateConfig::localVersionList() const {
-    return programFolder + sep() + QStringLiteral("TavoMP3Versions.txt");
+    return updateFolder() + sep() + QStringLiteral("TavoMP3Versions.txt");
 }
 
 QString UpdateConfig::ownPath() const {

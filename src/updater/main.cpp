@@ -1,9 +1,11 @@
-// TavoMP3Update: started by the player as it closes after an update was downloaded. Swaps the
-// player file for the new one and starts the player again. "--silent" reports on standard error
+// TavoMP3Update: started by the player as it closes after an update was downloaded. Checks the
+// downloaded player against the signed version list, swaps the player file for it and starts the
+// player again (the old one when the new one does not start). "--silent" reports on standard error
 // instead of in message boxes.
 #include "base/SettingsStore.h"
 #include "ui/QtDialogs.h"
 #include "update/PlayerReplacement.h"
+#include "update/UpdateConfig.h"
 #include "updater/ConsoleDialogs.h"
 
 #include <QApplication>
@@ -20,6 +22,10 @@ int main(int argc, char* argv[]) {
         dialogs = std::make_unique<ConsoleDialogs>();
     else
         dialogs = std::make_unique<QtDialogs>();
-    PlayerReplacement replacement(settings, *dialogs);
-    return replacement.run() == PlayerReplacement::Outcome::Refused ? 1 : 0;
+    PlayerReplacement replacement(settings, *dialogs, UpdateConfig::publicKeyFromEnvironment());
+    const PlayerReplacement::Outcome outcome = replacement.run();
+    return outcome == PlayerReplacement::Outcome::Replaced ||
+                   outcome == PlayerReplacement::Outcome::NothingToDo
+               ? 0
+               : 1;
 }

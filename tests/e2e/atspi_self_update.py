@@ -1,7 +1,7 @@
 """The whole self-update with the real programs: the player, started from a temporary program folder,
 is told over the accessibility bus to open "Update" and press "Start". A local HTTP server on 127.0.0.1
-offers a newer player and updater. The player downloads both, closes, the updater swaps the program file
-and starts the new player."""
+offers a newer player and updater, signed with a key made for this run by scripts/sign-release.sh. The
+player downloads and checks both, closes, the new updater swaps the program file and starts the new player."""
 import functools
 import http.server
 import os
@@ -18,6 +18,7 @@ from atspi_main_window import find_app, press, wait_for, walk
 
 PLAYER, UPDATER = sys.argv[1], sys.argv[2]
 MARK = b"\0new build for the update test\0"
+SIGN = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "scripts", "sign-release.sh")
 
 
 def serve(folder):
@@ -49,17 +50,24 @@ def main():
     player = os.path.join(program_dir, "TavoMP3Player")
     shutil.copy2(PLAYER, player)
     shutil.copy2(UPDATER, os.path.join(program_dir, "TavoMP3Update"))
-    with open(PLAYER, "rb") as f:
-        new_player = f.read() + MARK  # bytes after the ELF image leave the program working
-    with open(os.path.join(downloads, "TavoMP3Player"), "wb") as f:
-        f.write(new_player)
-    shutil.copy2(UPDATER, os.path.join(downloads, "TavoMP3Update"))
+    served = {}
+    for name, source in (("TavoMP3Player", PLAYER), ("TavoMP3Update", UPDATER)):
+        with open(source, "rb") as f:
+            served[name] = f.read() + MARK  # bytes after the ELF image leave the program working
+        with open(os.path.join(downloads, name), "wb") as f:
+            f.write(served[name])
+    key = os.path.join(folder, "release-key.pem")
+    public_key = subprocess.run(["bash", SIGN, "keygen", key], check=True, capture_output=True,
+                                text=True).stdout.strip()
     with open(os.path.join(downloads, "Versions.txt"), "wb") as f:
-        f.write(b"TavoMP3Player: 99.0\r\nTavoMP3Update: 99\r\n")
+        f.write(subprocess.run(["bash", SIGN, "sign", key, "99.0", "99"] +
+                               [os.path.join(downloads, n) for n in served],
+                               check=True, capture_output=True).stdout)
     server = serve(os.path.join(folder, "www"))
 
     env = dict(os.environ, XDG_CONFIG_HOME=config, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
                TAVOMP3_UPDATE_HOST="127.0.0.1:%d" % server.server_address[1],
+               TAVOMP3_UPDATE_PUBLIC_KEY=public_key,
                TAVOMP3_POWEROFF_COMMAND="true", QT_QPA_PLATFORM="xcb")
     program = subprocess.Popen([player], env=env)
     failures = []
@@ -72,11 +80,20 @@ def main():
             (n for n in walk(app) if n.name == "Start" and n.getRoleName() == "push button"), None))
         press(start)
         program.wait(60)  # the player closes itself after both downloads
-        wait_for("the new player file", lambda: open(player, "rb").read() == new_player, timeout=60)
+        wait_for("the new player file", lambda: open(player, "rb").read() == served["TavoMP3Player"],
+                 timeout=60)
+        with open(os.path.join(program_dir, "TavoMP3Update"), "rb") as f:
+            if f.read() != served["TavoMP3Update"]:
+                failures.append("the updater was not replaced by the signed download")
         if not os.access(player, os.X_OK):
             failures.append("the new player lost its execute permission")
         restarted = wait_for("the new player running", lambda: running_from(player), timeout=30)
         print("restarted player:", restarted)
+        # The updater watches the new player for a few seconds before it drops the old one.
+        wait_for("the updater to finish", lambda: not running_from(os.path.join(program_dir, "TavoMP3Update")),
+                 timeout=30)
+        if open(player, "rb").read() != served["TavoMP3Player"] or os.path.exists(player + ".old"):
+            failures.append("the updater did not keep the new player")
         with open(os.path.join(config, "TavoMP3Player", "TavoMP3Player.ini")) as f:
             ini = f.read()
         if "PlayerToUpdate=0" not in ini:

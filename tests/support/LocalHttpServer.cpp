@@ -51,8 +51,7 @@ void LocalHttpServer::answer(QTcpSocket* socket, const QByteArray& request) {
     const QList<QByteArray> words = firstLine.split(' ');
     const QString path = words.size() > 1 ? QString::fromLatin1(words.at(1)) : QString();
     requestedPaths << path;
-    const Reply reply = m_replies.value(
-        path, Reply{"HTTP/1.0 404 Not Found\r\nContent-Length: 9\r\n\r\nnot found", 0, 0, false});
+    const Reply reply = m_replies.value(path, fallback);
     if (reply.silent)
         return;
     sendPieces(socket, reply.raw, reply.chunkSize, reply.chunkDelayMs);

@@ -35,6 +35,9 @@ public:
     // "HTTP/1.0 200 OK" with Content-Length (unless left out) and the body.
     static QByteArray ok(const QByteArray& body, bool withLength = true, const QByteArray& extraHeader = {});
 
+    // The answer for every path without one of its own.
+    Reply fallback{"HTTP/1.0 404 Not Found\r\nContent-Length: 9\r\n\r\nnot found", 0, 0, false};
+
     QList<QByteArray> requests;
     QStringList requestedPaths;
 

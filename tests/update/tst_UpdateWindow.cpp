@@ -1,10 +1,12 @@
 #include "app/TavoMP3PlayerMain.h"
 #include "support/LocalHttpServer.h"
+#include "support/ReleaseSigner.h"
 #include "support/TestServices.h"
 #include "update/UpdateCheckSchedule.h"
 #include "update/widgets/TavoMP3Update.h"
 
 #include <QAction>
+#include <QFile>
 #include <QLabel>
 #include <QMenuBar>
 #include <QPlainTextEdit>
@@ -19,10 +21,12 @@ class tst_UpdateWindow : public QObject {
     Q_OBJECT
 
     QTemporaryDir m_dir;
+    ReleaseSigner m_signer;
 
     UpdateConfig config(const LocalHttpServer& server) const {
         UpdateConfig c;
         c.server = server.hostPort();
+        c.publicKey = m_signer.publicKey();
         c.programFolder = m_dir.path();
         c.ownName = QStringLiteral("TavoMP3Player");
         c.playerVersion = QStringLiteral("0.160");
@@ -58,11 +62,11 @@ private slots:
         TestServices t;
         LocalHttpServer server;
         QVERIFY(server.listen());
+        const QByteArray updater(300 * 1024, 'u');
         server.setBody(QStringLiteral("/TavoMP3/Downloads/Versions.txt"),
-                       "TavoMP3Player: 0.160\r\nTavoMP3Update: 5\r\n");
-        server.setReply(
-            QStringLiteral("/TavoMP3/Downloads/TavoMP3Update") + UpdateConfig::executableSuffix(),
-            LocalHttpServer::Reply{LocalHttpServer::ok(QByteArray(300 * 1024, 'u')), 32 * 1024, 5, false});
+                       m_signer.versionList("0.160", "5", {{UpdateConfig::updaterFileName(), updater}}));
+        server.setReply(QStringLiteral("/TavoMP3/Downloads/") + UpdateConfig::updaterFileName(),
+                        LocalHttpServer::Reply{LocalHttpServer::ok(updater), 32 * 1024, 5, false});
         TavoMP3Update w(t.services, config(server));
         w.show();
         QTest::mouseClick(w.BStart, Qt::LeftButton);
@@ -83,19 +87,35 @@ private slots:
         screenshot(w, "update-window.png");
     }
 
-    void cancelClosesWindowAndConnection() {
+    // Cancelling ends the download and its time-out: the window opened again later shows nothing
+    // of the abandoned attempt.
+    void cancelEndsDownloadAndTimeout_data() {
+        QTest::addColumn<bool>("byCloseBox");
+        QTest::newRow("Abbrechen") << false;
+        QTest::newRow("close box") << true;
+    }
+    void cancelEndsDownloadAndTimeout() {
+        QFETCH(bool, byCloseBox);
         TestServices t;
         LocalHttpServer server;
         QVERIFY(server.listen());
         server.setReply(QStringLiteral("/TavoMP3/Downloads/Versions.txt"),
                         LocalHttpServer::Reply{{}, 0, 0, true});
         TavoMP3Update w(t.services, config(server));
+        w.check().download().TimerTimeout->setInterval(5);
         w.show();
         QTest::mouseClick(w.BStart, Qt::LeftButton);
         QVERIFY(QTest::qWaitFor([&] { return !server.requests.isEmpty(); }, 5000));
-        QTest::mouseClick(w.BCancel, Qt::LeftButton);
+        if (byCloseBox)
+            w.close();
+        else
+            QTest::mouseClick(w.BCancel, Qt::LeftButton);
         QVERIFY(!w.isVisible());
-        QVERIFY(!w.check().download().isActive());
+        QVERIFY(!w.check().download().TimerTimeout->isActive());
+        QTest::qWait(150); // thirty time-out ticks, had the timer kept running
+        w.show();
+        QVERIFY(!w.FLog->toPlainText().contains(QStringLiteral("Zeitüberschreitung")));
+        QVERIFY(!QFile::exists(w.check().download().partFile()));
     }
 
     void mainWindowMenuOpensUpdateWindow() {
@@ -121,8 +141,7 @@ private slots:
         TestServices t;
         LocalHttpServer server;
         QVERIFY(server.listen());
-        server.setBody(QStringLiteral("/TavoMP3/Downloads/Versions.txt"),
-                       "TavoMP3Player: 0.161\r\nTavoMP3Update: 4\r\n");
+        server.setBody(QStringLiteral("/TavoMP3/Downloads/Versions.txt"), m_signer.versionList("0.161", "4"));
         t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("UpdateMode"), QStringLiteral("1"));
         t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("UpdateInterval"),
                                QStringLiteral("1"));

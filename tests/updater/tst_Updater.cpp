@@ -1,5 +1,7 @@
+#include "support/ReleaseSigner.h"
 #include "support/TestServices.h"
 #include "update/PlayerReplacement.h"
+#include "update/UpdateConfig.h"
 
 #include <QFile>
 #include <QProcess>
@@ -8,8 +10,9 @@
 
 namespace {
 
+// A "player" that notes its start beside itself and keeps running a while, as a real one would.
 QByteArray script(const QByteArray& word) {
-    return "#!/bin/sh\necho " + word + " > \"$(dirname \"$0\")/started.txt\"\n";
+    return "#!/bin/sh\necho " + word + " > \"$(dirname \"$0\")/started.txt\"\nexec sleep 5\n";
 }
 
 bool writeFile(const QString& name, const QByteArray& bytes, QFileDevice::Permissions perms = {}) {
@@ -36,158 +39,131 @@ class tst_Updater : public QObject {
     Q_OBJECT
 
 private:
+    // A program folder as the player leaves it for the updater: the old player, the downloaded
+    // one beside it, the version list that signs the download, and the hand-over keys.
     struct Setup {
         QTemporaryDir dir;
-        QString player() const { return dir.filePath(QStringLiteral("TavoMP3Player")); }
+        ReleaseSigner signer;
+        QString player = dir.filePath(QStringLiteral("TavoMP3Player"));
         QString updated() const { return dir.filePath(QStringLiteral("TavoMP3Player.tmp")); }
         QString marker() const { return dir.filePath(QStringLiteral("started.txt")); }
-        void writeKeys(SettingsStore& s, const QString& toUpdate = QStringLiteral("1")) const {
-            s.SaveSetting(QStringLiteral("Update"), QStringLiteral("PlayerPath"), player());
+        QString list() const { return dir.filePath(QStringLiteral("TavoMP3Versions.txt")); }
+        QString configFile() const {
+            return dir.filePath(QStringLiteral("config/TavoMP3Player/TavoMP3Player.ini"));
+        }
+        void prepare(const QByteArray& download, SettingsStore& s,
+                     const QString& toUpdate = QStringLiteral("1")) {
+            QVERIFY(writeFile(player, script("old"), kExecutable));
+            QVERIFY(writeFile(updated(), download)); // downloaded files carry no execute bit
+            QVERIFY(writeFile(list(),
+                              signer.versionList("9.9", "99", {{UpdateConfig::playerFileName(), download}})));
+            s.SaveSetting(QStringLiteral("Update"), QStringLiteral("PlayerPath"), player);
             s.SaveSetting(QStringLiteral("Update"), QStringLiteral("PlayerPathUpdated"), updated());
             s.SaveSetting(QStringLiteral("Update"), QStringLiteral("PlayerToUpdate"), toUpdate);
         }
     };
 
-    static QString updaterProgram() {
-        return qEnvironmentVariable("TAVO_BUILD_DIR") + QStringLiteral("/TavoMP3Update");
-    }
-    // Runs the real updater program with its settings in the setup's folder.
-    static int runUpdater(const Setup& s) {
+    // Runs the real updater program with its settings and key in the setup's folder.
+    static int runUpdater(const Setup& s, QByteArray* errors) {
         QProcess p;
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
         env.insert(QStringLiteral("XDG_CONFIG_HOME"), s.dir.filePath(QStringLiteral("config")));
         env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        env.insert(QStringLiteral("TAVOMP3_UPDATE_PUBLIC_KEY"), s.signer.publicKey());
         p.setProcessEnvironment(env);
-        p.start(updaterProgram(), {QStringLiteral("--silent")});
+        p.start(qEnvironmentVariable("TAVO_BUILD_DIR") + QStringLiteral("/TavoMP3Update"),
+                {QStringLiteral("--silent")});
         if (!p.waitForFinished(60000))
             return -1;
+        *errors = p.readAllStandardError();
         return p.exitCode();
-    }
-    static QString configFile(const Setup& s) {
-        return s.dir.filePath(QStringLiteral("config/TavoMP3Player/TavoMP3Player.ini"));
     }
 
 private slots:
-    void looksLikeProgram_data() {
-        QTest::addColumn<QByteArray>("head");
-        QTest::addColumn<bool>("program");
-        QTest::newRow("elf") << QByteArray("\x7f"
-                                           "ELF")
-                             << true;
-        QTest::newRow("script") << QByteArray("#!/b") << true;
-        QTest::newRow("html error page") << QByteArray("<htm") << false;
-        QTest::newRow("windows program") << QByteArray("MZ\x90\0", 4) << false;
-        QTest::newRow("empty") << QByteArray() << false;
-        QTest::newRow("almost elf") << QByteArray("\x7f"
-                                                  "EL")
-                                    << false;
+    // Each case through the real updater program; on every refusal the old player stays and runs.
+    void replacement_data() {
+        QTest::addColumn<QString>("fault");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QByteArray>("started"); // which player runs afterwards; empty = none
+        QTest::addColumn<QString>("message");
+        QTest::newRow("good") << QString() << 0 << QByteArray("new") << QString();
+        QTest::newRow("nothing to do") << "nothing to do" << 0 << QByteArray() << QString();
+        QTest::newRow("new player does not start")
+            << "exits at once" << 1 << QByteArray("old") << "Die bisherige Version wurde wiederhergestellt";
+        QTest::newRow("download changed after the check")
+            << "tampered" << 1 << QByteArray("old") << "Die Signatur von TavoMP3Player ist ungültig";
+        QTest::newRow("download cut short") << "truncated" << 1 << QByteArray("old") << "statt";
+        QTest::newRow("download missing") << "missing" << 1 << QByteArray("old") << "fehlt";
+        QTest::newRow("list signed by another key")
+            << "stranger" << 1 << QByteArray("old") << "Signatur der Versionsliste ist ungültig";
+        QTest::newRow("program folder not writable")
+            << "unwritable" << 1 << QByteArray() << "ist für Sie nicht beschreibbar";
     }
-    void looksLikeProgram() {
-        QFETCH(QByteArray, head);
-        QTEST(PlayerReplacement::looksLikeProgram(head), "program");
-    }
-
-    void endToEndReplacesAndRestarts() {
-        QVERIFY(QFile::exists(updaterProgram()));
+    void replacement() {
+        QFETCH(QString, fault);
+        QFETCH(int, exitCode);
+        QFETCH(QByteArray, started);
+        QFETCH(QString, message);
         Setup s;
-        QVERIFY(writeFile(s.player(), script("old"), kExecutable));
-        QVERIFY(writeFile(s.updated(), script("new"))); // downloaded files carry no execute bit
+        const QByteArray signedDownload =
+            fault == QLatin1String("exits at once") ? QByteArray("#!/bin/sh\nexit 1\n") : script("new");
         {
-            IniSettingsStore store(configFile(s));
-            s.writeKeys(store);
+            IniSettingsStore store(s.configFile());
+            s.prepare(signedDownload, store,
+                      fault == QLatin1String("nothing to do") ? QStringLiteral("0") : QStringLiteral("1"));
+            if (fault == QLatin1String("unwritable"))
+                store.SaveSetting(QStringLiteral("Update"), QStringLiteral("PlayerPath"),
+                                  QStringLiteral("/proc/self/TavoMP3Player")); // not even root writes there
         }
-        QCOMPARE(runUpdater(s), 0);
-        QVERIFY(QTest::qWaitFor([&] { return QFile::exists(s.marker()); }, 10000));
-        QCOMPARE(fileBytes(s.marker()), QByteArray("new\n"));
-        QCOMPARE(fileBytes(s.player()), script("new"));
-        QVERIFY(QFile::permissions(s.player()) & QFileDevice::ExeOwner);
-        QVERIFY(!QFile::exists(s.updated()));
-        IniSettingsStore store(configFile(s));
-        QCOMPARE(store.GetSetting(QStringLiteral("Update"), QStringLiteral("PlayerToUpdate"), QString()),
-                 QStringLiteral("0"));
-    }
+        if (fault == QLatin1String("tampered"))
+            QVERIFY(writeFile(s.updated(), script("bad")));
+        else if (fault == QLatin1String("truncated"))
+            QVERIFY(writeFile(s.updated(), signedDownload.left(10)));
+        else if (fault == QLatin1String("missing"))
+            QVERIFY(QFile::remove(s.updated()));
+        else if (fault == QLatin1String("stranger"))
+            QVERIFY(
+                writeFile(s.list(), ReleaseSigner().versionList(
+                                        "9.9", "99", {{UpdateConfig::playerFileName(), signedDownload}})));
 
-    void endToEndRefusesEmptyDownload() {
-        Setup s;
-        QVERIFY(writeFile(s.player(), script("old"), kExecutable));
-        QVERIFY(writeFile(s.updated(), QByteArray()));
-        {
-            IniSettingsStore store(configFile(s));
-            s.writeKeys(store);
+        QByteArray errors;
+        QCOMPARE(runUpdater(s, &errors), exitCode);
+        QVERIFY2(message.isEmpty() ? !errors.contains("TavoMP3 Update: ")
+                                   : QString::fromLocal8Bit(errors).contains(message),
+                 errors.constData());
+        const bool replaced = started == "new";
+        QCOMPARE(fileBytes(s.player), replaced ? signedDownload : script("old"));
+        QVERIFY(QFile::permissions(s.player) & QFileDevice::ExeOwner);
+        QVERIFY(!QFile::exists(s.player + QStringLiteral(".old")));
+        if (started.isEmpty()) {
+            QTest::qWait(300);
+            QVERIFY(!QFile::exists(s.marker()));
+        } else {
+            QVERIFY(QTest::qWaitFor([&] { return fileBytes(s.marker()) == started + '\n'; }, 10000));
         }
-        QCOMPARE(runUpdater(s), 1);
-        QCOMPARE(fileBytes(s.player()), script("old"));
-        QVERIFY(QFile::permissions(s.player()) & QFileDevice::ExeOwner);
-        // The old player is started again so the user is not left without it.
-        QVERIFY(QTest::qWaitFor([&] { return QFile::exists(s.marker()); }, 10000));
-        QCOMPARE(fileBytes(s.marker()), QByteArray("old\n"));
-    }
-
-    void endToEndNothingToDo() {
-        Setup s;
-        QVERIFY(writeFile(s.player(), script("old"), kExecutable));
-        QVERIFY(writeFile(s.updated(), script("new")));
-        {
-            IniSettingsStore store(configFile(s));
-            s.writeKeys(store, QStringLiteral("0"));
-        }
-        QCOMPARE(runUpdater(s), 0);
-        QTest::qWait(300);
-        QCOMPARE(fileBytes(s.player()), script("old"));
-        QVERIFY(!QFile::exists(s.marker()));
-    }
-
-    void refusals_data() {
-        QTest::addColumn<QByteArray>("download");
-        QTest::addColumn<bool>("present");
-        QTest::addColumn<QString>("reason");
-        QTest::newRow("empty") << QByteArray() << true << "ist leer.";
-        QTest::newRow("error page") << QByteArray("<html>404</html>") << true << "ist kein Programm.";
-        QTest::newRow("missing") << QByteArray() << false << "nicht gefunden.";
-    }
-    void refusals() {
-        QFETCH(QByteArray, download);
-        QFETCH(bool, present);
-        QFETCH(QString, reason);
-        Setup s;
-        TestServices t;
-        QVERIFY(writeFile(s.player(), script("old"), kExecutable));
-        if (present)
-            QVERIFY(writeFile(s.updated(), download));
-        s.writeKeys(t.settings);
-        PlayerReplacement r(t.settings, t.dialogs);
-        QStringList started;
-        r.startProgram = [&](const QString& p) {
-            started << p;
-            return true;
-        };
-        r.isRunning = [](const QString&) { return false; };
-        QCOMPARE(r.run(), PlayerReplacement::Outcome::Refused);
-        QCOMPARE(t.dialogs.questions.size(), 1);
-        QVERIFY2(t.dialogs.questions.first().text.contains(reason),
-                 qPrintable(t.dialogs.questions.first().text));
-        QCOMPARE(fileBytes(s.player()), script("old"));
-        QCOMPARE(started, QStringList{s.player()});
+        IniSettingsStore store(s.configFile());
+        QCOMPARE(store.GetSetting(QStringLiteral("Update"), QStringLiteral("PlayerToUpdate"), QString()) ==
+                     QLatin1String("0"),
+                 replaced || fault == QLatin1String("nothing to do") ||
+                     fault == QLatin1String("exits at once"));
     }
 
     void waitsForThePlayerToEnd() {
         Setup s;
         TestServices t;
-        QVERIFY(writeFile(s.player(), script("old"), kExecutable));
-        QVERIFY(writeFile(s.updated(), script("new")));
-        s.writeKeys(t.settings);
-        PlayerReplacement r(t.settings, t.dialogs);
+        s.prepare(script("new"), t.settings);
+        PlayerReplacement r(t.settings, t.dialogs, s.signer.publicKey());
+        r.confirmStartMs = 200;
         int polls = 0;
         QByteArray contentWhileRunning;
         r.isRunning = [&](const QString& p) {
             contentWhileRunning = fileBytes(p);
             return ++polls < 4;
         };
-        r.startProgram = [](const QString&) { return true; };
         QCOMPARE(r.run(), PlayerReplacement::Outcome::Replaced);
         QCOMPARE(polls, 4);
         QCOMPARE(contentWhileRunning, script("old")); // untouched until the player was gone
-        QCOMPARE(fileBytes(s.player()), script("new"));
+        QCOMPARE(fileBytes(s.player), script("new"));
     }
 
     void detectsARunningProgram() {
@@ -197,9 +173,11 @@ private slots:
         p.start(s.dir.filePath(QStringLiteral("sleeper")), {QStringLiteral("30")});
         QVERIFY(p.waitForStarted());
         QVERIFY(PlayerReplacement::programIsRunning(s.dir.filePath(QStringLiteral("sleeper"))));
+        QVERIFY(PlayerReplacement::processAlive(p.processId()));
         p.kill();
         p.waitForFinished();
         QVERIFY(!PlayerReplacement::programIsRunning(s.dir.filePath(QStringLiteral("sleeper"))));
+        QVERIFY(!PlayerReplacement::processAlive(p.processId()));
     }
 };
 

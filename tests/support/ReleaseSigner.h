@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QPair>
+#include <QString>
+#include <sodium.h>
+
+// A release key pair made for one test, and version lists signed with it in the form
+// scripts/sign-release.sh writes.
+class ReleaseSigner {
+public:
+    ReleaseSigner() {
+        if (sodium_init() < 0)
+            qFatal("libsodium cannot start");
+        crypto_sign_keypair(m_public, m_secret);
+    }
+
+    QString publicKey() const {
+        return QString::fromLatin1(
+            QByteArray(reinterpret_cast<const char*>(m_public), sizeof m_public).toBase64());
+    }
+    QByteArray sign(const QByteArray& data) const {
+        unsigned char sig[crypto_sign_BYTES];
+        crypto_sign_detached(sig, nullptr, reinterpret_cast<const unsigned char*>(data.constData()),
+                             static_cast<unsigned long long>(data.size()), m_secret);
+        return QByteArray(reinterpret_cast<const char*>(sig), sizeof sig).toBase64();
+    }
+    static QByteArray fileLine(const QString& name, qint64 size, const QByteArray& signature) {
+        return "File: " + name.toLatin1() + ' ' + QByteArray::number(size) + ' ' + signature + "\r\n";
+    }
+    QByteArray fileLine(const QString& name, const QByteArray& content) const {
+        return fileLine(name, content.size(), sign(content));
+    }
+    // The two version lines, the given further lines, and the signature of all of them.
+    QByteArray versionList(const QByteArray& player, const QByteArray& updater,
+                           const QByteArray& furtherLines = {}) const {
+        const QByteArray body =
+            "TavoMP3Player: " + player + "\r\nTavoMP3Update: " + updater + "\r\n" + furtherLines;
+        return body + "Signature: " + sign(body) + "\r\n";
+    }
+    // A list that names and signs each (server name, content) pair.
+    QByteArray versionList(const QByteArray& player, const QByteArray& updater,
+                           const QList<QPair<QString, QByteArray>>& files) const {
+        QByteArray lines;
+        for (const auto& [name, content] : files)
+            lines += fileLine(name, content);
+        return versionList(player, updater, lines);
+    }
+
+private:
+    unsigned char m_public[crypto_sign_PUBLICKEYBYTES];
+    unsigned char m_secret[crypto_sign_SECRETKEYBYTES];
+};
