@@ -134,6 +134,9 @@ public:
     TrayModule& tray() { return *m_tray; }
     // A notification of the tray icon: the mouse message code in x, y 0.
     void TrayNotification(int x, int y);
+    // A later start of the program or the desktop's player controls: show brings the window to the
+    // front (also from the notification area), play means the "play" word of the command line.
+    void activateFromDesktop(bool show, bool play);
 
     // Sleep mode.
     QCheckBox* FSleepmode = nullptr;

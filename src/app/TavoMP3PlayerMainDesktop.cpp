@@ -1,0 +1,15 @@
+// What the desktop asks of the running program: a later start of it, the player controls' Raise.
+#include "app/TavoMP3PlayerMain.h"
+
+void TavoMP3PlayerMain::activateFromDesktop(bool show, bool play) {
+    handle(QStringLiteral("Activate"), [this, show, play](int& line) {
+        line = 1;
+        if (show)
+            restoreWindow(true);
+        line = 2;
+        // As at start-up: play mode on when there is a list and the settings are complete; the
+        // monitor then starts the next song unless one is playing.
+        if (play && m_playlists.list(1).count() > 0 && !SettingsIncomplete)
+            PlayMode = 1;
+    });
+}
