@@ -29,7 +29,7 @@ MprisPlayerAdaptor::MprisPlayerAdaptor(QObject* exported, TavoMP3PlayerMain& win
       m_bus(bus) {
     m_announced = current();
     // After the monitor's own tick handler: a song it started is already in the state.
-    connect(&window.playback().tmrTime, &QTimer::timeout, this, &MprisPlayerAdaptor::tick);
+    connect(&window.playback().tmrTime, &QTimer::timeout, this, &MprisPlayerAdaptor::announceChanges);
     connect(window.sldVol, &QSlider::valueChanged, this, &MprisPlayerAdaptor::announceChanges);
     connect(&window.transport(), &Transport::indicatorsChanged, this, &MprisPlayerAdaptor::announceChanges);
     connect(&window.songSelection(), &SongSelection::indicatorsChanged, this,
@@ -228,15 +228,6 @@ QVariantMap MprisPlayerAdaptor::current() const {
             {QStringLiteral("Metadata"), metadata()},
             {QStringLiteral("Volume"), volume()},
             {QStringLiteral("Shuffle"), shuffle()}};
-}
-
-void MprisPlayerAdaptor::tick() {
-    // The length the monitor has just read is the current song's once it has played a moment (right
-    // after a start it may still be the last song's). An M3U save writes it too.
-    const PlaybackMonitor& monitor = m_window.playback();
-    if (!m_window.CurrentSongFile.isEmpty() && monitor.songLength() > 0 && monitor.lastPosition() >= 1)
-        m_window.playlists().SongSeconds.insert(m_window.CurrentSongFile, monitor.songLength());
-    announceChanges();
 }
 
 void MprisPlayerAdaptor::announceChanges() {

@@ -81,7 +81,6 @@ private:
              bool needsPlayer = true);
     // The text goes to the status line and, over the bus, back to the caller as the error.
     void refuse(const QString& text, const QDBusMessage& call);
-    void tick();
     void announceChanges();
     QVariantMap current() const;
 

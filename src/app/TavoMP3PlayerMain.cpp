@@ -55,6 +55,7 @@ TavoMP3PlayerMain::TavoMP3PlayerMain(Services& services, QWidget* parent)
     connectPositionSlider();
     connectPlayback();
     connectPlaylist2();
+    rememberSongLengths();
     AutomationIds::apply(this);
 }
 

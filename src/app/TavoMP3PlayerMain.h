@@ -302,6 +302,8 @@ private:
     void buildPlaylist2(QWidget* parent, QVBoxLayout* commands);
     void connectPlaylist2();
     void mainWindowActivated();
+    // Keeps the length the player reports for each song played, for the "#EXTINF" lines of an M3U save.
+    void rememberSongLengths();
     void placePlaylist2();
     // Loads the file of "PlaylistFile2" at start; the load text, "" when there is none.
     QString loadPlaylist2(const QString& file);

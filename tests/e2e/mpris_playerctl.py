@@ -90,8 +90,9 @@ def main():
                "/org/mpris/MediaPlayer2/TrackList/NoTrack")
         watcher, announced = follow()
 
-        # Play from a stop starts the marked line (the saved position), priority 0 or not.
-        expect("play", playerctl("play")[0], 0)
+        # Play from a stop starts the marked line (the saved position), priority 0 or not. While the
+        # program still starts its player, Play is refused (without a player) and does nothing.
+        wait_for("play accepted", lambda: playerctl("play")[0] == 0)
         wait_for("the second song playing", lambda: value("status") == "Playing" and title() == "Zweites Lied")
         expect("trackid", meta("mpris:trackid"), "/example/tavomp3/player/track/1_1")
         expect("url", meta("xesam:url"), "file://" + folder + "/Musik/Zweites%20Lied.mp3")
