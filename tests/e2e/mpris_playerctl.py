@@ -1,6 +1,7 @@
 """The desktop's player controls (MPRIS2) with the real program, the real mpv and the real playerctl: every
 command, the song changing by itself (seen by `playerctl --follow`, so the program announced it), volume and
-shuffle reaching the program's own settings, Quit, and a clear refusal while no player runs."""
+shuffle reaching the program's own settings, Raise from the notification area, Quit, and a clear refusal
+while no player runs."""
 import os
 import shutil
 import subprocess
@@ -9,7 +10,9 @@ import tempfile
 import threading
 import time
 
-from atspi_main_window import quit_player, report, start, stop, wait_for, write_silent_mp3
+import pyatspi
+
+from atspi_main_window import find_app, quit_player, report, start, stop, wait_for, write_silent_mp3
 
 PLAYER = "TavoMP3Player"
 
@@ -38,6 +41,19 @@ def prepare(folder):
         f.write("[Settings]\nPlaylistFile=%s\nWinampPath=%s\nUserMP3Directory=%s\nCurrentPlaylistPosition=1\n"
                 % (playlist, mpv, music))
     return config, ini
+
+
+def call(method):
+    """A method of the program's MPRIS2 object, called with dbus-send."""
+    subprocess.run(["dbus-send", "--session", "--print-reply", "--dest=org.mpris.MediaPlayer2." + PLAYER,
+                    "/org/mpris/MediaPlayer2", method], check=True, capture_output=True, timeout=30)
+
+
+def window_showing():
+    app = find_app()
+    return app is not None and any(
+        w is not None and w.name == "Tavo MP3 Player!" and w.getState().contains(pyatspi.STATE_SHOWING)
+        for w in (app.getChildAtIndex(i) for i in range(app.childCount)))
 
 
 def playerctl(*args):
@@ -126,9 +142,14 @@ def main():
         if "es läuft kein Player" not in refusal:
             failures.append("refusal reads %r" % refusal)
 
+        # Raise brings the window back from the notification area.
+        if window_showing():
+            failures.append("the window shows although started with 'start'")
+        call("org.mpris.MediaPlayer2.Raise")
+        wait_for("the window raised", window_showing)
+
         # Quit closes the program as "Beenden" does: the settings keep the slider and the flag.
-        subprocess.run(["dbus-send", "--session", "--print-reply", "--dest=org.mpris.MediaPlayer2." + PLAYER,
-                        "/org/mpris/MediaPlayer2", "org.mpris.MediaPlayer2.Quit"], check=True)
+        call("org.mpris.MediaPlayer2.Quit")
         program.wait(20)
         settings = open(ini, encoding="utf-8").read()
         for line in ("Volume=128", "ShuffleStatus=True"):
