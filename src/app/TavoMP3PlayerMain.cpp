@@ -56,6 +56,7 @@ TavoMP3PlayerMain::TavoMP3PlayerMain(Services& services, QWidget* parent)
     connectPositionSlider();
     connectPlayback();
     connectPlaylist2();
+    rememberSongLengths();
     AutomationIds::apply(this);
 }
 

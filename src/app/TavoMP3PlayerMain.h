@@ -140,6 +140,9 @@ public:
     void showAfterStart(bool showWindow);
     // A notification of the tray icon: the mouse message code in x, y 0.
     void TrayNotification(int x, int y);
+    // A later start of the program or the desktop's player controls: show brings the window to the
+    // front (also from the notification area), play means the "play" word of the command line.
+    void activateFromDesktop(bool show, bool play);
 
     // Sleep mode.
     QCheckBox* FSleepmode = nullptr;
@@ -306,6 +309,8 @@ private:
     void buildPlaylist2(QWidget* parent, QVBoxLayout* commands);
     void connectPlaylist2();
     void mainWindowActivated();
+    // Keeps the length the player reports for each song played, for the "#EXTINF" lines of an M3U save.
+    void rememberSongLengths();
     void placePlaylist2();
     // Loads the file of "PlaylistFile2" at start; the load text, "" when there is none.
     QString loadPlaylist2(const QString& file);

@@ -27,7 +27,7 @@ constexpr SkinButton kButtons[] = {
 } // namespace
 
 void TavoMP3PlayerMain::SetupSkins() {
-    const QString folder = AppGlobals::programFolder() + QDir::separator();
+    const QString folder = AppGlobals::skinFolder() + QDir::separator();
     SkinWide = folder + QStringLiteral("Button129x22.bmp");
     SkinWideOver = folder + QStringLiteral("Button129x22over.bmp");
     SkinNarrow = folder + QStringLiteral("Button86x22.bmp");

@@ -1,4 +1,6 @@
 #include "app/GuardedApplication.h"
+#include "app/MprisPlayerAdaptor.h"
+#include "app/SingleInstance.h"
 #include "app/TavoMP3PlayerMain.h"
 #include "base/AppGlobals.h"
 #include "base/Clock.h"
@@ -15,7 +17,9 @@
 #include <QApplication>
 #include <QDir>
 #include <QLibraryInfo>
+#include <QTimer>
 #include <QTranslator>
+#include <cstdio>
 #include <memory>
 
 // Qt's own texts (message-box buttons, file dialogs) in German, like the rest of the program.
@@ -37,6 +41,8 @@ static void installGermanTranslations(QApplication& app) {
 int main(int argc, char* argv[]) {
     GuardedApplication app(argc, argv);
     QApplication::setApplicationName(SettingsStore::applicationName());
+    // The installed .desktop file: the desktop matches our windows to its name and icon.
+    QGuiApplication::setDesktopFileName(QStringLiteral("example.tavomp3.player"));
     installGermanTranslations(app);
 
     IniSettingsStore settings;
@@ -48,6 +54,7 @@ int main(int argc, char* argv[]) {
     app.setDialogs(&dialogs);
     MpvLink player(status, dialogs);
     Services services{settings, dialogs, clock, random, status, Paths::nativeStyle(), &power, &player};
+    SingleInstance instance(QDBusConnection::sessionBus(), SingleInstance::defaultSocketPath());
 
     int line = 1;
     std::unique_ptr<TavoMP3PlayerMain> window;
@@ -62,10 +69,27 @@ int main(int argc, char* argv[]) {
         line = 6;
         AppGlobals::PlayOnStart = cmd.playOnStart;
         line = 7;
+        // A second start hands its words to the running program instead of sharing its player.
+        if (!instance.claim(cmd.showWindow, cmd.playOnStart)) {
+            std::fputs("TavoMP3Player läuft schon: der Aufruf wurde an das laufende Programm übergeben.\n",
+                       stderr);
+            return 0;
+        }
         window = std::make_unique<TavoMP3PlayerMain>(services);
+        QObject::connect(&instance, &SingleInstance::activationRequested, window.get(),
+                         &TavoMP3PlayerMain::activateFromDesktop);
+        // Before the load, so that the desktop hears of every song from the first one on.
+        if (instance.ownsBusName())
+            MprisPlayerAdaptor::publish(
+                *window, [&player] { return player.isConnected(); }, QDBusConnection::sessionBus());
         dialogs.setParent(window.get());
         window->load();
         window->showAfterStart(cmd.showWindow);
+        if (!instance.busNameProblem().isEmpty())
+            QTimer::singleShot(0, window.get(), [&dialogs, &instance] {
+                dialogs.message(instance.busNameProblem(), QString(), Dialogs::Buttons::Ok,
+                                Dialogs::Icon::Exclamation);
+            });
     } catch (const RuntimeError& e) {
         dialogs.message(ErrorReport::text(QStringLiteral("Submain"), line, e.description()));
         if (!window)

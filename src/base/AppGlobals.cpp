@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 
 namespace AppGlobals {
 
@@ -14,6 +15,15 @@ QString programFolder() {
     while (dir.size() > 1 && (dir.endsWith(QLatin1Char('/')) || dir.endsWith(QLatin1Char('\\'))))
         dir.chop(1);
     return QDir::toNativeSeparators(dir);
+}
+
+QString skinFolder() {
+    const QString beside = programFolder();
+    const QString installed = QDir::cleanPath(beside + QStringLiteral("/../share/tavomp3player"));
+    for (const QString& folder : {beside, installed})
+        if (QFileInfo::exists(folder + QStringLiteral("/Button129x22.bmp")))
+            return QDir::toNativeSeparators(folder);
+    return beside;
 }
 
 QString updaterFileName() {

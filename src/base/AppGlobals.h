@@ -13,5 +13,8 @@ extern bool PlayOnStart;
 QString programFolder();
 // The updater's file name beside the program.
 QString updaterFileName();
+// Where the skin bitmaps are: beside the program, or the data folder of an installation
+// (<prefix>/share/tavomp3player beside <prefix>/bin); the program folder when neither has them.
+QString skinFolder();
 
 } // namespace AppGlobals

@@ -18,6 +18,10 @@ struct PlaybackState {
     qint32 Playlist2Position = 0;
     // Display name of the song last started.
     QString CurrentSongName;
+    // File of the song last started and its playlist (1 or 2; 0 = none yet), for the desktop's
+    // player controls.
+    QString CurrentSongFile;
+    qint16 CurrentSongList = 0;
     // The player's answer to info code 0 right after a start.
     qint16 PlayerStatus = 0;
     // The option pair PL: element 1 selected = playlist 1 drives Play, Next and the pick.

@@ -9,6 +9,27 @@
 
 namespace PlaylistFile {
 
+namespace {
+
+// The 8-bit code page of files that are not UTF-8. Latin-1 maps every byte to one character and
+// back, so such a file is written back byte for byte.
+constexpr QStringConverter::Encoding kEightBit =
+#ifdef Q_OS_WIN
+    QStringConverter::System;
+#else
+    QStringConverter::Latin1;
+#endif
+
+bool encodes(const QString& text, const TextFormat& format) {
+    if (format.encoding == QStringConverter::Latin1)
+        return std::all_of(text.cbegin(), text.cend(), [](QChar c) { return c.unicode() <= 0xFF; });
+    QStringEncoder probe(format.encoding);
+    const QByteArray encoded = probe.encode(text); // the conversion runs only when its result is taken
+    return !probe.hasError();
+}
+
+} // namespace
+
 RuntimeError openError(const QString& file, bool forWriting) {
     const QFileInfo info(file);
     if (file.isEmpty())
@@ -34,11 +55,28 @@ QString FuncCheckFile(const QString& file, int mode) {
            QString::number(e.number()) + QLatin1Char(' ') + e.description();
 }
 
-QStringList readLines(const QString& file) {
+TextFormat detectFormat(const QByteArray& data) {
+    if (const auto marked = QStringConverter::encodingForData(data))
+        return {*marked, true};
+    QStringDecoder utf8(QStringConverter::Utf8);
+    const QString decoded = utf8.decode(data); // the conversion runs only when its result is taken
+    return {utf8.hasError() ? kEightBit : QStringConverter::Utf8, false};
+}
+
+QString decode(const QByteArray& data, const TextFormat& format) {
+    QStringDecoder decoder(format.encoding); // skips a byte-order mark
+    return decoder.decode(data);
+}
+
+QStringList readLines(const QString& file, TextFormat* format) {
     QFile f(file);
     if (QFileInfo(file).isDir() || !f.open(QIODevice::ReadOnly))
         throw openError(file, false);
-    const QString text = QString::fromLocal8Bit(f.readAll());
+    const QByteArray data = f.readAll();
+    const TextFormat found = detectFormat(data);
+    if (format)
+        *format = found;
+    const QString text = decode(data, found);
     QStringList lines;
     qsizetype start = 0;
     const qsizetype n = text.size();
@@ -56,16 +94,25 @@ QStringList readLines(const QString& file) {
     return lines;
 }
 
-void writeLines(const QString& file, const QStringList& lines) {
-    QByteArray data;
+TextFormat writeLines(const QString& file, const QStringList& lines, const TextFormat& format) {
+    QString text;
     qsizetype size = 0;
     for (const QString& l : lines)
         size += l.size() + 2;
-    data.reserve(size + size / 4);
+    text.reserve(size);
     for (const QString& l : lines) {
-        data.append(l.toLocal8Bit());
-        data.append("\r\n", 2);
+        text.append(l);
+        text.append(QLatin1String("\r\n"));
     }
+    // A name the code page cannot hold would come back as "?": such a list is written as UTF-8.
+    const TextFormat used = encodes(text, format) ? format : TextFormat{};
+    QStringEncoder encoder(used.encoding, used.byteOrderMark ? QStringConverter::Flag::WriteBom
+                                                             : QStringConverter::Flag::Default);
+    writeBytes(file, encoder.encode(text));
+    return used;
+}
+
+void writeBytes(const QString& file, const QByteArray& data) {
     QSaveFile out(file);
     if (QFileInfo(file).isDir() || !out.open(QIODevice::WriteOnly))
         throw openError(file, true);

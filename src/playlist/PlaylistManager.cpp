@@ -7,13 +7,29 @@
 #include "base/RuntimeError.h"
 #include "base/SettingsStore.h"
 #include "base/StatusLine.h"
+#include "playlist/M3uPlaylist.h"
 #include "playlist/PlaylistFile.h"
 #include "playlist/PlaylistLine.h"
+
+#include <QDir>
+#include <QFileInfo>
 
 #include <algorithm>
 
 namespace {
 const QString kFilter = QStringLiteral("Playlisten (*.txt)| *.txt");
+// Our own format stays the first filter and the default; the others are for lists of other players.
+const QString kOpenFilter = kFilter + QStringLiteral("|M3U-Playlisten (*.m3u *.m3u8)| *.m3u;*.m3u8");
+const QString kSaveFilter = kFilter + QStringLiteral("|M3U8-Playliste (*.m3u8)| *.m3u8");
+const QString kTitle = QStringLiteral("Tavo MP3Player");
+
+// A list line for a message: its row text with line breaks made visible.
+QString shownEntry(qsizetype index, const QString& line) {
+    return PlaylistLine::listItemText(index, QString(line)
+                                                 .replace(QLatin1String("\r\n"), QStringLiteral("\u21b5"))
+                                                 .replace(QLatin1Char('\r'), QChar(0x21b5))
+                                                 .replace(QLatin1Char('\n'), QChar(0x21b5)));
+}
 constexpr int kOpenFlags = 6148; // file and path must exist, hide read-only
 constexpr int kSaveFlags = 3078; // overwrite prompt, hide read-only, extension different, path must exist
 } // namespace
@@ -28,15 +44,33 @@ void PlaylistManager::setActPlaylist(int n, const QString& file) {
 }
 
 QString PlaylistManager::FuncReadPlaylistAndDisplay(const QString& file, bool clear, int n) {
+    if (clear)
+        list(n).clear();
+    LoadRecord record{file, {}, {}, {}};
+    const QString text = readPlaylist(file, n, record);
+    m_loaded[n] = record;
+    return text;
+}
+
+QString PlaylistManager::readPlaylist(const QString& file, int n, LoadRecord& record) {
     const double started = m_services.clock.secondsOfDay();
     PlaylistListModel& box = list(n);
-    if (clear)
-        box.clear();
     const QString check = PlaylistFile::FuncCheckFile(file, 1);
-    if (check != QLatin1String("OK"))
+    if (check != QLatin1String("OK")) {
+        record.problem = check;
         return check;
+    }
 
-    const QStringList lines = PlaylistFile::readLines(file);
+    QStringList lines = PlaylistFile::readLines(file, &record.format);
+    if (M3uPlaylist::isM3u(file, lines)) {
+        const M3uPlaylist::Import m3u =
+            M3uPlaylist::read(lines, QDir::toNativeSeparators(QFileInfo(file).absolutePath()));
+        lines = m3u.lines;
+        SongSeconds.insert(m3u.seconds);
+        record.notes = m3u.notes();
+        if (!m3u.addresses.isEmpty())
+            record.problem = record.notes; // a save over the file would drop those entries
+    }
     QStringList newPaths;
     QStringList names;
     QStringList rows;
@@ -51,9 +85,10 @@ QString PlaylistManager::FuncReadPlaylistAndDisplay(const QString& file, bool cl
             if (n == 1)
                 PlaylistNames = names.isEmpty() ? QStringList{QString()} : names;
             box.clear();
-            return QStringLiteral("Fehler beim Laden der Playliste ") + QString::number(n) +
-                   QStringLiteral(" \"") + file + QStringLiteral("\" - ") + name +
-                   QStringLiteral(" in Zeile ") + QString::number(i);
+            record.problem = QStringLiteral("Fehler beim Laden der Playliste ") + QString::number(n) +
+                             QStringLiteral(" \"") + file + QStringLiteral("\" - ") + name +
+                             QStringLiteral(" in Zeile ") + QString::number(i);
+            return record.problem;
         }
         newPaths.append(lines.at(i));
         names.append(name);
@@ -65,9 +100,13 @@ QString PlaylistManager::FuncReadPlaylistAndDisplay(const QString& file, bool cl
     box.addItems(rows);
 
     const double seconds = NumberText::roundHalfEven(m_services.clock.secondsOfDay() - started, 2);
-    return QStringLiteral("Playliste ") + QString::number(n) + QStringLiteral(" aus Datei geladen in ") +
-           NumberText::localeText(seconds) + QStringLiteral(" s  ----->>>  ") +
-           QString::number(lines.size()) + QStringLiteral(" Songs");
+    QString text = QStringLiteral("Playliste ") + QString::number(n) +
+                   QStringLiteral(" aus Datei geladen in ") + NumberText::localeText(seconds) +
+                   QStringLiteral(" s  ----->>>  ") + QString::number(lines.size()) +
+                   QStringLiteral(" Songs");
+    if (!record.notes.isEmpty())
+        text += QStringLiteral(" - ") + QString(record.notes).replace(QLatin1Char('\n'), QLatin1Char(' '));
+    return text;
 }
 
 void PlaylistManager::FuncDisplayPlaylist(bool clear, int n) {
@@ -93,10 +132,11 @@ void PlaylistManager::FuncDisplayPlaylist(bool clear, int n) {
     box.addItems(rows);
 }
 
-Dialogs::FileRequest PlaylistManager::fileRequest(const QString& title, int flags) const {
+Dialogs::FileRequest PlaylistManager::fileRequest(const QString& title, const QString& filter,
+                                                  int flags) const {
     Dialogs::FileRequest r;
     r.title = title;
-    r.filter = kFilter;
+    r.filter = filter;
     r.filterIndex = 1;
     r.initialDir = DialogLastpath;
     r.defaultExt = QStringLiteral("txt");
@@ -106,7 +146,7 @@ Dialogs::FileRequest PlaylistManager::fileRequest(const QString& title, int flag
 
 void PlaylistManager::OpenPlaylist(int n) {
     const auto chosen =
-        m_services.dialogs.openFile(fileRequest(QStringLiteral("Playliste öffnen"), kOpenFlags));
+        m_services.dialogs.openFile(fileRequest(QStringLiteral("Playliste öffnen"), kOpenFilter, kOpenFlags));
     if (!chosen) {
         m_services.status.setText(QStringLiteral("Abbruch durch User!"));
         return;
@@ -119,6 +159,10 @@ void PlaylistManager::OpenPlaylist(int n) {
                                     n == 1 ? QStringLiteral("PlaylistFile") : QStringLiteral("PlaylistFile2"),
                                     *chosen);
     m_services.status.setText(text);
+    if (!m_loaded[n].notes.isEmpty())
+        m_services.dialogs.message(QStringLiteral("Playliste \"") + *chosen + QStringLiteral("\":\n") +
+                                       m_loaded[n].notes,
+                                   kTitle, Dialogs::Buttons::Ok, Dialogs::Icon::Information);
 }
 
 QString PlaylistManager::FuncSavePlaylist(const QString& file, int n) {
@@ -126,16 +170,74 @@ QString PlaylistManager::FuncSavePlaylist(const QString& file, int n) {
     // The classic loop counter is a 16-bit integer: it overflows after index 32767.
     if (source.size() > 32767)
         throw RuntimeError::overflow();
-    PlaylistFile::writeLines(file, source);
-    return QStringLiteral("Playliste ") + QString::number(n) + QStringLiteral(" erfolgreich unter \"") +
-           file + QStringLiteral("\" gespeichert!");
+    m_saveDeclined = !confirmOverwrite(file, n);
+    if (m_saveDeclined)
+        return QStringLiteral("Playliste ") + QString::number(n) + QStringLiteral(" nicht gespeichert - \"") +
+               file + QStringLiteral("\" bleibt unverändert.");
+    // A line break inside a name would split its line and the file could no longer be read.
+    QStringList lines;
+    QStringList refused;
+    lines.reserve(source.size());
+    for (qsizetype i = 0; i < source.size(); ++i) {
+        const QString& line = source.at(i);
+        if (line.contains(QLatin1Char('\r')) || line.contains(QLatin1Char('\n')))
+            refused << shownEntry(i, line);
+        else
+            lines << line;
+    }
+    if (lines.isEmpty())
+        lines << QString();
+    writePlaylist(file, lines, n);
+    QString text = QStringLiteral("Playliste ") + QString::number(n) +
+                   QStringLiteral(" erfolgreich unter \"") + file + QStringLiteral("\" gespeichert!");
+    if (!refused.isEmpty()) {
+        const QString count = QString::number(refused.size());
+        m_services.dialogs.message(
+            count + QStringLiteral(" Einträge mit einem Zeilenumbruch im Dateinamen wurden nicht in \"") +
+                file + QStringLiteral("\" gespeichert, weil sie die Zeile teilen würden:\n") +
+                refused.mid(0, 5).join(QLatin1Char('\n')) +
+                (refused.size() > 5 ? QStringLiteral("\n...") : QString()) +
+                QStringLiteral("\nDie übrigen Einträge sind gespeichert."),
+            kTitle, Dialogs::Buttons::Ok, Dialogs::Icon::Exclamation);
+        text += QStringLiteral(" (") + count + QStringLiteral(" Einträge mit Zeilenumbruch ausgelassen)");
+    }
+    return text;
+}
+
+bool PlaylistManager::confirmOverwrite(const QString& file, int n) {
+    const LoadRecord& loaded = m_loaded[n];
+    if (loaded.problem.isEmpty() || loaded.file != file || !QFileInfo::exists(file))
+        return true;
+    const qsizetype count = isEmptyPlaylist(paths(n)) ? 0 : paths(n).size();
+    return m_services.dialogs.message(
+               QStringLiteral("Die Playliste \"") + file +
+                   QStringLiteral("\" wurde nicht vollständig geladen:\n") + loaded.problem +
+                   QStringLiteral("\n\nSoll die Datei trotzdem mit der aktuellen Playliste (") +
+                   QString::number(count) +
+                   QStringLiteral(
+                       " Einträge) überschrieben werden? Was beim Laden fehlte, geht dabei verloren."),
+               kTitle, Dialogs::Buttons::YesNo, Dialogs::Icon::Exclamation, 2) == Dialogs::Answer::Yes;
+}
+
+void PlaylistManager::writePlaylist(const QString& file, const QStringList& lines, int n) {
+    if (M3uPlaylist::isM3uName(file)) {
+        const QString folder = QDir::toNativeSeparators(QFileInfo(file).absolutePath());
+        PlaylistFile::writeBytes(
+            file, M3uPlaylist::write(lines, folder, SongSeconds, m_services.pathStyle).toUtf8());
+        m_loaded[n] = {file, {}, {}, {}};
+        return;
+    }
+    // Written back in the encoding it was read in; a file not read is UTF-8.
+    const PlaylistFile::TextFormat format =
+        m_loaded[n].file == file ? m_loaded[n].format : PlaylistFile::TextFormat{};
+    m_loaded[n] = {file, PlaylistFile::writeLines(file, lines, format), {}, {}};
 }
 
 void PlaylistManager::FuncSavePlaylistAs(int n) {
     std::optional<QString> chosen;
     for (;;) {
-        chosen =
-            m_services.dialogs.saveFile(fileRequest(QStringLiteral("Playliste speichern unter"), kSaveFlags));
+        chosen = m_services.dialogs.saveFile(
+            fileRequest(QStringLiteral("Playliste speichern unter"), kSaveFilter, kSaveFlags));
         if (!chosen) {
             m_services.status.setText(QStringLiteral("Abbruch durch User!"));
             return;
@@ -156,6 +258,10 @@ void PlaylistManager::FuncSavePlaylistAs(int n) {
         break;
     }
     const QString text = FuncSavePlaylist(*chosen, n);
+    if (m_saveDeclined) {
+        m_services.status.setText(text);
+        return;
+    }
     setActPlaylist(n, *chosen);
     // Both playlists store their new file under the key of playlist 1; existing set-ups rely on it.
     m_services.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("PlaylistFile"), *chosen);
@@ -181,10 +287,14 @@ bool PlaylistManager::AskSaveBeforeClose() {
     if (answer == Dialogs::Answer::Cancel)
         return false;
     if (answer == Dialogs::Answer::Yes) {
+        m_saveDeclined = false;
         if (!m_act1.isEmpty())
             m_services.status.setText(FuncSavePlaylist(m_act1, 1));
         else
             FuncSavePlaylistAs(1);
+        // The user kept a file that had not loaded: the window stays open with the list.
+        if (m_saveDeclined)
+            return false;
     }
     return true;
 }

@@ -2,8 +2,10 @@
 
 #include "base/Dialogs.h"
 #include "base/Services.h"
+#include "playlist/PlaylistFile.h"
 #include "playlist/PlaylistListModel.h"
 
+#include <QHash>
 #include <QObject>
 #include <QStringList>
 
@@ -20,6 +22,9 @@ public:
     QStringList Playlist2Paths{QString()};
     bool PlaylistChanged = false;
     QString DialogLastpath;
+    // Song lengths in seconds where known (from an opened M3U or the player), by file path; an M3U
+    // save writes them into its "#EXTINF" lines.
+    QHash<QString, qint32> SongSeconds;
 
     PlaylistListModel& list(int n) { return n == 1 ? m_list1 : m_list2; }
     QStringList& paths(int n) { return n == 1 ? PlaylistPaths : Playlist2Paths; }
@@ -31,9 +36,13 @@ public:
     const QString& actPlaylist(int n) const { return n == 1 ? m_act1 : m_act2; }
     void setActPlaylist(int n, const QString& file);
 
+    // Reads our own format and M3U/M3U8 (by name or "#EXTM3U" header).
     QString FuncReadPlaylistAndDisplay(const QString& file, bool clear, int n);
     void FuncDisplayPlaylist(bool clear, int n);
     void OpenPlaylist(int n);
+    // Writes M3U8 for a ".m3u8"/".m3u" name, else our own format in the encoding the file was read in
+    // (UTF-8 for a file not read). Asks before replacing a file whose load failed or lost entries,
+    // and leaves out entries whose name holds a line break, saying so.
     QString FuncSavePlaylist(const QString& file, int n);
     void FuncSavePlaylistAs(int n);
     QStringList GetPlaylistSongs() const { return PlaylistNames; }
@@ -55,11 +64,26 @@ signals:
     void historyResetRequested();
 
 private:
-    Dialogs::FileRequest fileRequest(const QString& title, int flags) const;
+    // What the last load of a playlist left behind: the file and, when it failed or left entries
+    // out, why (a save over that file asks first).
+    struct LoadRecord {
+        QString file;
+        PlaylistFile::TextFormat format;
+        QString problem;
+        QString notes; // what an M3U load left out or missed, for the user
+    };
+
+    Dialogs::FileRequest fileRequest(const QString& title, const QString& filter, int flags) const;
+    QString readPlaylist(const QString& file, int n, LoadRecord& record);
+    bool confirmOverwrite(const QString& file, int n);
+    void writePlaylist(const QString& file, const QStringList& lines, int n);
 
     Services& m_services;
     PlaylistListModel m_list1;
     PlaylistListModel m_list2;
     QString m_act1;
     QString m_act2;
+    LoadRecord m_loaded[3];
+    // The last FuncSavePlaylist left the file alone because the user said so.
+    bool m_saveDeclined = false;
 };

@@ -73,6 +73,8 @@ void SongSelection::PlaySong(qint32 position, qint16 n) {
         if (line.size() < 2)
             throw RuntimeError::invalidCall();
         const QString file = PlaylistLine::path(line);
+        m_state.CurrentSongFile = file;
+        m_state.CurrentSongList = n == 1 ? 1 : 2;
         if (n == 1 && m_history.AddToPrevSongs(position))
             emit historyChanged();
         m_player.WinampPlayFile(file);

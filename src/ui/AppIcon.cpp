@@ -6,7 +6,6 @@
 
 namespace AppIcon {
 
-namespace {
 QPixmap draw(int size) {
     QPixmap pixmap(size, size);
     pixmap.fill(Qt::transparent);
@@ -31,7 +30,6 @@ QPixmap draw(int size) {
     p.drawPath(beam);
     return pixmap;
 }
-} // namespace
 
 QIcon make() {
     QIcon icon;

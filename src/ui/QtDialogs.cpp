@@ -3,6 +3,7 @@
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QRegularExpression>
 
 Dialogs::Answer QtDialogs::message(const QString& text, const QString& title, Buttons buttons, Icon icon,
                                    int defaultButton) {
@@ -84,6 +85,13 @@ static QFileDialog* makeDialog(QWidget* parent, const Dialogs::FileRequest& requ
     const QStringList filters = dialog->nameFilters();
     if (request.filterIndex >= 1 && request.filterIndex <= filters.size())
         dialog->selectNameFilter(filters.at(request.filterIndex - 1));
+    // A name typed without extension gets the one of the filter the user chose ("Liste" with the M3U8
+    // filter becomes "Liste.m3u8").
+    QObject::connect(dialog, &QFileDialog::filterSelected, dialog, [dialog](const QString& filter) {
+        static const QRegularExpression firstPattern(QStringLiteral("\\*\\.([A-Za-z0-9]+)"));
+        if (const QRegularExpressionMatch m = firstPattern.match(filter); m.hasMatch())
+            dialog->setDefaultSuffix(m.captured(1));
+    });
     return dialog;
 }
 

@@ -158,6 +158,8 @@ private slots:
         QCOMPARE(w.lblTime->text(), QStringLiteral("1:01/3:00"));
         QCOMPARE(w.lblTrackName->text(), QStringLiteral("Alpha"));
         QCOMPARE(w.FTest2->text(), QStringLiteral("Winamp Status = 1 / Playmode = 0"));
+        // The length the player reported, for an M3U save.
+        QCOMPARE(w.playlists().SongSeconds.value(QStringLiteral("/m/Alpha.mp3")), 180);
 
         w.resize(760, 600);
         w.grab().save(QStringLiteral("/tmp/tavo-main-playback.png"));

@@ -110,15 +110,21 @@ def stop(program, runtime):
     quit_player(os.path.join(runtime, "tavomp3-mpv.sock"))
 
 
-def start(folder, config, args=(), **extra_env):
-    """Starts the program on the accessibility bus with design names switched on and a private runtime
-    folder, where the player it starts listens on its socket. Returns the process and that folder."""
+def program_env(folder, config, **extra_env):
+    """The environment of the program: the accessibility bus with design names switched on and a private
+    runtime folder, where the player it starts listens on its socket."""
     runtime = os.path.join(folder, "runtime")
     os.makedirs(runtime, mode=0o700, exist_ok=True)
     env = dict(os.environ, XDG_CONFIG_HOME=config, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", XDG_RUNTIME_DIR=runtime,
                TAVOMP3_AUTOMATION_IDS="1", TAVOMP3_POWEROFF_COMMAND="true", QT_QPA_PLATFORM="xcb")
     env.update(extra_env)
-    return subprocess.Popen([PROGRAM, *args], env=env), runtime
+    return env
+
+
+def start(folder, config, words=(), **extra_env):
+    """Starts the program with its command-line words. Returns the process and its runtime folder."""
+    env = program_env(folder, config, **extra_env)
+    return subprocess.Popen([PROGRAM, *words], env=env), env["XDG_RUNTIME_DIR"]
 
 
 def window(app, title):

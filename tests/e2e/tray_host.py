@@ -42,7 +42,7 @@ def main():
     config, _ = prepare(folder)
     failures = []
     tray = None
-    program, runtime = start(folder, config, args=["start"])
+    program, runtime = start(folder, config, words=["start"])
     try:
         state = wait_for("the main window", lambda: main_window_state() == "IsViewable" and "IsViewable")
         print("without a panel, after start:", state)
@@ -52,7 +52,7 @@ def main():
         print("icon embedded in the later panel")
         stop(program, runtime)
 
-        program, runtime = start(folder, config, args=["start"])
+        program, runtime = start(folder, config, words=["start"])
         wait_for("the icon of the second start", icon_in_panel)
         state = main_window_state()
         print("with a panel, after start:", state)

@@ -127,23 +127,6 @@ private slots:
         QCOMPARE(p.PlaylistNames.size(), 2);
     }
 
-    void saveWritesCrLfAndEmptyPlaylistIsOneEmptyLine() {
-        TestServices t;
-        PlaylistManager p(t.services);
-        QTemporaryDir dir;
-        const QString file = dir.filePath(QStringLiteral("out.txt"));
-        p.PlaylistPaths = QStringList{QStringLiteral("/m/a/Ö.mp3:5"), QStringLiteral("/m/b/Two.mp3:0")};
-        QCOMPARE(p.FuncSavePlaylist(file, 1),
-                 QStringLiteral("Playliste 1 erfolgreich unter \"%1\" gespeichert!").arg(file));
-        QCOMPARE(readFile(file), QStringLiteral("/m/a/Ö.mp3:5\r\n/m/b/Two.mp3:0\r\n").toLocal8Bit());
-
-        p.PlaylistPaths = QStringList{QString()};
-        p.FuncSavePlaylist(file, 1);
-        QCOMPARE(readFile(file), QByteArray("\r\n"));
-        QVERIFY(p.FuncReadPlaylistAndDisplay(file, true, 1)
-                    .endsWith(QStringLiteral("Leerer String! in Zeile 0")));
-    }
-
     void saveLimitIs32767Entries() {
         TestServices t;
         PlaylistManager p(t.services);
@@ -175,7 +158,7 @@ private slots:
         QCOMPARE(t.dialogs.openRequests.size(), 1);
         const Dialogs::FileRequest r = t.dialogs.openRequests.first();
         QCOMPARE(r.title, QStringLiteral("Playliste öffnen"));
-        QCOMPARE(r.filter, QStringLiteral("Playlisten (*.txt)| *.txt"));
+        QVERIFY(r.filter.startsWith(QStringLiteral("Playlisten (*.txt)| *.txt|")));
         QCOMPARE(r.initialDir, QStringLiteral("/start/"));
         QCOMPARE(r.defaultExt, QStringLiteral("txt"));
         QCOMPARE(r.flags, 6148);

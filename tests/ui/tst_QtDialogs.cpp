@@ -1,8 +1,12 @@
 #include "ui/QtDialogs.h"
 
 #include <QApplication>
+#include <QComboBox>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTimer>
 #include <QtTest>
 
@@ -64,6 +68,39 @@ private slots:
         QCOMPARE(seenTitle, Dialogs::defaultTitle());
         if (!expectedDefault.isEmpty())
             QCOMPARE(seenDefault, expectedDefault);
+    }
+
+    // A name typed without extension gets the one of the filter the user picked in the dialog.
+    void saveTakesTheChosenFiltersExtension_data() {
+        QTest::addColumn<int>("filter"); // how many entries down the user goes
+        QTest::addColumn<QString>("saved");
+        QTest::newRow("first filter") << 0 << QStringLiteral("Liste.txt");
+        QTest::newRow("M3U8 picked") << 1 << QStringLiteral("Liste.m3u8");
+    }
+    void saveTakesTheChosenFiltersExtension() {
+        QFETCH(int, filter);
+        QFETCH(QString, saved);
+        QTemporaryDir dir;
+        QtDialogs dialogs(nullptr);
+        QTimer::singleShot(0, [filter] {
+            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            QVERIFY(dialog);
+            auto* types = dialog->findChild<QComboBox*>(QStringLiteral("fileTypeCombo"));
+            QVERIFY(types);
+            for (int i = 0; i < filter; ++i)
+                QTest::keyClick(types, Qt::Key_Down); // chosen as a user does, the dialog hears of it
+            auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+            name->setText(QStringLiteral("Liste"));
+            dialog->grab().save(QStringLiteral("/tmp/tavo-save-dialog-%1.png").arg(filter));
+            QTest::keyClick(name, Qt::Key_Return);
+        });
+        Dialogs::FileRequest request;
+        request.title = QStringLiteral("Playliste speichern unter");
+        request.filter = QStringLiteral("Playlisten (*.txt)| *.txt|M3U8-Playliste (*.m3u8)| *.m3u8");
+        request.initialDir = dir.path();
+        request.defaultExt = QStringLiteral("txt");
+        const auto got = dialogs.saveFile(request);
+        QCOMPARE(got.value_or(QStringLiteral("(cancelled)")), dir.filePath(saved));
     }
 };
 

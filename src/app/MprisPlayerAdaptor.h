@@ -1,0 +1,91 @@
+#pragma once
+
+#include <QDBusAbstractAdaptor>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QVariantMap>
+#include <functional>
+
+class TavoMP3PlayerMain;
+
+// org.mpris.MediaPlayer2.Player: the desktop's media keys and player controls (GNOME, KDE, playerctl).
+// The commands are the transport routines of the buttons and the tray menu, so Next honours shuffle
+// and priorities and Previous the history; each runs after the caller has its answer, under the
+// window's error report. Status, song, volume (the slider sldVol) and shuffle are announced with
+// PropertiesChanged whenever they change, also when a song ends and the next one starts by itself.
+class MprisPlayerAdaptor : public QDBusAbstractAdaptor {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.mpris.MediaPlayer2.Player")
+    Q_PROPERTY(QString PlaybackStatus READ playbackStatus)
+    Q_PROPERTY(double Rate READ rate WRITE setRate)
+    Q_PROPERTY(QVariantMap Metadata READ metadata)
+    Q_PROPERTY(double Volume READ volume WRITE setVolume)
+    Q_PROPERTY(qlonglong Position READ position)
+    Q_PROPERTY(double MinimumRate READ rate)
+    Q_PROPERTY(double MaximumRate READ rate)
+    Q_PROPERTY(bool Shuffle READ shuffle WRITE setShuffle)
+    Q_PROPERTY(bool CanGoNext READ canControl)
+    Q_PROPERTY(bool CanGoPrevious READ canControl)
+    Q_PROPERTY(bool CanPlay READ canControl)
+    Q_PROPERTY(bool CanPause READ canControl)
+    Q_PROPERTY(bool CanSeek READ canSeek)
+    Q_PROPERTY(bool CanControl READ canControl)
+public:
+    static const QString kObjectPath;
+
+    // playerRunning: whether the external player answers; commands without one are refused.
+    MprisPlayerAdaptor(QObject* exported, TavoMP3PlayerMain& window, std::function<bool()> playerRunning,
+                       const QDBusConnection& bus);
+
+    // Exports both MPRIS interfaces on the bus, whose name the caller already holds.
+    static QObject* publish(TavoMP3PlayerMain& window, std::function<bool()> playerRunning,
+                            const QDBusConnection& bus);
+
+    QString playbackStatus() const;
+    double rate() const { return 1.0; }
+    void setRate(double) {}
+    QVariantMap metadata() const;
+    // sldVol 0..255 as 0.0..1.0.
+    double volume() const;
+    void setVolume(double volume);
+    qlonglong position() const;
+    bool shuffle() const;
+    void setShuffle(bool on);
+    bool canControl() const { return true; }
+    bool canSeek() const { return false; }
+
+    // The object path of a playlist entry as mpris:trackid.
+    static QDBusObjectPath trackId(int playlist, qint32 index);
+
+public slots:
+    // call: the bus message, to answer it with an error; an empty one when not called over the bus.
+    void Next(const QDBusMessage& call);
+    void Previous(const QDBusMessage& call);
+    void Pause(const QDBusMessage& call);
+    void PlayPause(const QDBusMessage& call);
+    void Stop(const QDBusMessage& call);
+    void Play(const QDBusMessage& call);
+    void Seek(qlonglong) {}
+    void SetPosition(const QDBusObjectPath&, qlonglong) {}
+    void OpenUri(const QString& uri, const QDBusMessage& call);
+
+signals:
+    void Seeked(qlonglong position);
+
+private:
+    // 0 stopped, 1 playing, 3 paused, as the player says now.
+    int playerStatus() const;
+    // Runs a command after the caller's answer, under the error report; refused without a player.
+    void run(const char* command, const QDBusMessage& call, std::function<void()> body,
+             bool needsPlayer = true);
+    // The text goes to the status line and, over the bus, back to the caller as the error.
+    void refuse(const QString& text, const QDBusMessage& call);
+    void announceChanges();
+    QVariantMap current() const;
+
+    TavoMP3PlayerMain& m_window;
+    std::function<bool()> m_playerRunning;
+    QDBusConnection m_bus;
+    QVariantMap m_announced;
+};
