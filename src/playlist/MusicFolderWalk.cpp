@@ -18,6 +18,8 @@ bool MusicFolderWalk::isMusicName(const QString& name) {
 
 void MusicFolderWalk::run(const QStringList& roots, QStringList& lines) {
     m_count = 0;
+    m_skipped = 0;
+    m_firstSkipped.clear();
     const qint16 last = Checked::toInt16(roots.size() - 1);
     for (qint16 k = 0; k <= last; ++k)
         walkRoot(roots.at(k), lines);
@@ -36,19 +38,35 @@ void MusicFolderWalk::addFile(const QString& line, QStringList& lines) {
     }
 }
 
+QString MusicFolderWalk::skippedNote() const {
+    if (m_skipped == 0)
+        return QString();
+    return QStringLiteral("  -  Übersprungen (Name nicht UTF-8): ") + QString::number(m_skipped) +
+           QStringLiteral(", z. B. ") + m_firstSkipped;
+}
+
 bool MusicFolderWalk::enter(const QString& folder) {
-    std::optional<QStringList> names;
+    std::optional<FolderListing> listing;
     try {
-        names = m_lister.list(folder);
+        listing = m_lister.list(folder);
     } catch (const RuntimeError& e) {
         // A listing that breaks off is reported and treated as empty; the walk goes on.
         m_status.setText(QStringLiteral("Fehler: #") + QString::number(e.number()) + QLatin1Char(' ') +
                          e.description());
         return false;
     }
-    if (!names)
+    if (!listing)
         return false;
-    m_open.append({folder, std::move(*names)});
+    if (!listing->identity.isEmpty())
+        for (const Listing& open : m_open)
+            if (open.identity == listing->identity)
+                return false;
+    if (!listing->unreadableNames.isEmpty()) {
+        if (m_skipped == 0)
+            m_firstSkipped = folder + m_sep + listing->unreadableNames.first();
+        m_skipped += int(listing->unreadableNames.size());
+    }
+    m_open.append({folder, std::move(listing->identity), std::move(listing->names)});
     return true;
 }
 
