@@ -9,6 +9,9 @@
 // What listing one folder gives.
 struct FolderListing {
     QStringList names;
+    // Per name, whether the entry is known to be a plain file (not a folder, nor a link that may lead
+    // to one): opening it as a folder could only fail. Empty when the lister cannot tell.
+    QList<bool> plainFiles;
     // The folder itself, whichever path led to it (device and inode on Linux); empty when unknown.
     // A link that leads back to a folder the walk is inside of is recognised by it.
     QByteArray identity;
@@ -31,6 +34,7 @@ public:
     virtual std::optional<FolderListing> list(const QString& folder) const = 0;
 
     // The listing order: case-insensitive, ties in binary order.
+    static bool listsBefore(const QString& a, const QString& b);
     static void sortNames(QStringList& names);
 };
 

@@ -76,6 +76,23 @@ private slots:
         QCOMPARE(MusicFolderWalk::isMusicName(name), music);
     }
 
+    // Folders are listed case-insensitively with ties in binary order, whatever the characters.
+    void listingOrder_data() {
+        QTest::addColumn<QStringList>("names");
+        QTest::newRow("ASCII: case, length, ties")
+            << texts({"_x", "A", "a", "Ab", "ab", "b", "E", "Z", "Zz"});
+        QTest::newRow("umlauts fold and sort after z")
+            << texts({"Motorhead", "MOTÖRHEAD", "Motörhead", "Mötley", "Zappa", "Ärzte"});
+        QTest::newRow("letters beyond the basic plane fold as pairs")
+            << texts({"a\U00010428b", "a\U00010400c", "a\U00010428d"});
+    }
+    void listingOrder() {
+        QFETCH(QStringList, names);
+        QStringList listed(names.rbegin(), names.rend());
+        FolderLister::sortNames(listed);
+        QCOMPARE(listed, names);
+    }
+
     // Which files a tree on disk gives, in which order after the sort, and the final status text
     // ("<root>" stands for the tree's folder).
     void buildFromDisk_data() {
