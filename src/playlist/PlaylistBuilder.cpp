@@ -33,10 +33,11 @@ QStringList PlaylistBuilder::splitMusicDirectories(const QString& browsePathText
     return text.split(QStringLiteral(", "));
 }
 
-void PlaylistBuilder::collect(QStringList& lines) {
+QString PlaylistBuilder::collect(QStringList& lines) {
     MusicFolderWalk walk(m_lister, m_services.status);
     walk.paintStatus = [this] { emit statusPaintRequested(); };
     walk.run(MusicDirectories, lines);
+    return walk.skippedNote();
 }
 
 void PlaylistBuilder::BCreateList() {
@@ -46,7 +47,7 @@ void PlaylistBuilder::BCreateList() {
     m_playlists.PlaylistNames = QStringList{QString()};
 
     // The lines are collected straight into the playlist, so an overflow leaves what was found.
-    collect(m_playlists.PlaylistPaths);
+    const QString skipped = collect(m_playlists.PlaylistPaths);
     const qsizetype count =
         PlaylistManager::isEmptyPlaylist(m_playlists.PlaylistPaths) ? 0 : m_playlists.PlaylistPaths.size();
     PlaylistSort::QuickSort(m_playlists.PlaylistPaths);
@@ -55,7 +56,7 @@ void PlaylistBuilder::BCreateList() {
     emit m_playlists.historyResetRequested();
 
     m_services.status.setText(elapsedText(m_services.clock, started) + QStringLiteral("s  -  Einträge: ") +
-                              QString::number(count));
+                              QString::number(count) + skipped);
 }
 
 qint32 PlaylistBuilder::mergePriorities(const QStringList& old, qint16 oldUpper, QStringList& fresh) {
@@ -85,7 +86,7 @@ void PlaylistBuilder::BUpdateList() {
     const qint16 oldUpper = Checked::toInt16(m_playlists.PlaylistPaths.size() - 1);
 
     QStringList fresh{QString()};
-    collect(fresh);
+    const QString skipped = collect(fresh);
     PlaylistSort::QuickSort(fresh);
 
     // A playlist of one entry is not merged: that entry's priority is lost.
@@ -127,5 +128,5 @@ void PlaylistBuilder::BUpdateList() {
     m_services.status.setText(elapsedText(m_services.clock, started) + QStringLiteral("s   Schleifen: ") +
                               QString::number(loops) + QStringLiteral("   Liste neu: ") +
                               QString::number(fresh.size() - 1) + QStringLiteral("  Liste vorher: ") +
-                              QString::number(oldUpper));
+                              QString::number(oldUpper) + skipped);
 }

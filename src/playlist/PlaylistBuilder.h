@@ -35,8 +35,9 @@ signals:
     void statusPaintRequested();
 
 private:
-    // Walks all music directories into `lines` (an empty playlist on entry).
-    void collect(QStringList& lines);
+    // Walks all music directories into `lines` (an empty playlist on entry). Returns the note on
+    // skipped names that ends the final status text ("" when none).
+    QString collect(QStringList& lines);
 
     Services& m_services;
     PlaylistManager& m_playlists;

@@ -76,32 +76,60 @@ private slots:
         QCOMPARE(MusicFolderWalk::isMusicName(name), music);
     }
 
-    // Which files a tree on disk gives, and in which order after the sort.
+    // Folders are listed case-insensitively with ties in binary order, whatever the characters.
+    void listingOrder_data() {
+        QTest::addColumn<QStringList>("names");
+        QTest::newRow("ASCII: case, length, ties")
+            << texts({"_x", "A", "a", "Ab", "ab", "b", "E", "Z", "Zz"});
+        QTest::newRow("umlauts fold and sort after z")
+            << texts({"Motorhead", "MOTÖRHEAD", "Motörhead", "Mötley", "Zappa", "Ärzte"});
+        QTest::newRow("letters beyond the basic plane fold as pairs")
+            << texts({"a\U00010428b", "a\U00010400c", "a\U00010428d"});
+    }
+    void listingOrder() {
+        QFETCH(QStringList, names);
+        QStringList listed(names.rbegin(), names.rend());
+        FolderLister::sortNames(listed);
+        QCOMPARE(listed, names);
+    }
+
+    // Which files a tree on disk gives, in which order after the sort, and the final status text
+    // ("<root>" stands for the tree's folder).
     void buildFromDisk_data() {
         QTest::addColumn<QStringList>("tree");
         QTest::addColumn<QStringList>("playlist");
-        QTest::newRow("cover.jpg beside x.mp3") << texts({"A/cover.jpg", "A/x.mp3"}) << texts({"A/x.mp3"});
-        QTest::newRow("a.mp3.bak taken, text file not")
-            << texts({"a.mp3.bak", "b.txt", "c.flac"}) << texts({"a.mp3.bak"});
+        QTest::addColumn<QString>("summary");
         QTest::newRow("element 0 kept first")
             // The listing is case-insensitive, the sort binary: "a.mp3" is found first but sorts last.
-            << texts({"C.mp3", "a.mp3", "B.mp3"}) << texts({"a.mp3", "B.mp3", "C.mp3"});
-        QTest::newRow("folder before file in listing") << texts({"zz.mp3", "Album/b.mp3", "Album/a.mp3"})
-                                                       << texts({"Album/a.mp3", "Album/b.mp3", "zz.mp3"});
+            << texts({"C.mp3", "a.mp3", "B.mp3"}) << texts({"a.mp3", "B.mp3", "C.mp3"})
+            << QStringLiteral("Einträge: 3");
+        QTest::newRow("folder before file in listing")
+            << texts({"zz.mp3", "Album/b.mp3", "Album/a.mp3"})
+            << texts({"Album/a.mp3", "Album/b.mp3", "zz.mp3"}) << QStringLiteral("Einträge: 3");
         QTest::newRow("deep tree, back to each parent")
             << texts({"A/B/C/1.mp3", "A/B/2.mp3", "A/3.mp3", "A/D/4.mp3", "A/B/C/x.jpg", "A/E/", "F/5.mp3",
                       "6.ogg"})
-            << texts({"6.ogg", "A/3.mp3", "A/B/2.mp3", "A/B/C/1.mp3", "A/D/4.mp3", "F/5.mp3"});
-        QTest::newRow("hidden entries skipped")
-            << texts({".hidden/a.mp3", ".b.mp3", "c.mp3", "d/.e.mp3"}) << texts({"c.mp3"});
-        QTest::newRow("empty folders only") << texts({"a/", "b/c/"}) << QStringList();
-        QTest::newRow("umlauts and blanks")
-            << texts({"Die Ärzte/Schrei nach Liebe.mp3", "Ötzi/Hey Baby.mp3"})
-            << texts({"Die Ärzte/Schrei nach Liebe.mp3", "Ötzi/Hey Baby.mp3"});
+            << texts({"6.ogg", "A/3.mp3", "A/B/2.mp3", "A/B/C/1.mp3", "A/D/4.mp3", "F/5.mp3"})
+            << QStringLiteral("Einträge: 6");
+        QTest::newRow("hidden entries skipped") << texts({".hidden/a.mp3", ".b.mp3", "c.mp3", "d/.e.mp3"})
+                                                << texts({"c.mp3"}) << QStringLiteral("Einträge: 1");
+        QTest::newRow("empty folders only")
+            << texts({"a/", "b/c/"}) << QStringList() << QStringLiteral("Einträge: 0");
+        QTest::newRow("link back up the tree beside a cover")
+            << texts({"01.mp3", "Album/02.mp3", "Album/cover.jpg", "Album/Alle -> ."})
+            << texts({"01.mp3", "Album/02.mp3"}) << QStringLiteral("Einträge: 2");
+        QTest::newRow("links to a folder and a file elsewhere")
+            << texts({"A/x.mp3", "B/Zu A -> A", "B/Lied.mp3 -> A/x.mp3"})
+            << texts({"A/x.mp3", "B/Lied.mp3", "B/Zu A/x.mp3"}) << QStringLiteral("Einträge: 3");
+        QTest::newRow("Latin-1 names skipped and counted")
+            << texts({"Die Ärzte/Schrei nach Liebe.mp3", "latin1:Motörhead.mp3", "latin1:Björk/Jóga.mp3"})
+            << texts({"Die Ärzte/Schrei nach Liebe.mp3"})
+            << QStringLiteral("Einträge: 1  -  Übersprungen (Name nicht UTF-8): 2, z. B. <root>/Bj\uFFFDrk");
     }
     void buildFromDisk() {
         QFETCH(QStringList, tree);
         QFETCH(QStringList, playlist);
+        QFETCH(QString, summary);
         TempMusicTree music(tree);
         Build b;
         b.builder.MusicDirectories = QStringList{music.root()};
@@ -111,6 +139,8 @@ private slots:
                  playlist.isEmpty() ? QStringList{QString()} : music.lines(playlist));
         QCOMPARE(b.playlists.list(1).count(), int(playlist.size()));
         QVERIFY(b.playlists.PlaylistChanged);
+        QCOMPARE(b.t.status.text(),
+                 QStringLiteral("0s  -  ") + summary.replace(QLatin1String("<root>"), music.root()));
     }
 
     void trailingSeparatorGivesSameList() {

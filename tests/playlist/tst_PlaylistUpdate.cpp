@@ -126,11 +126,13 @@ private slots:
         Update u(music);
         u.builder.BCreateList();
         QCOMPARE(u.playlists.PlaylistPaths.size(), 10);
-        music.add(texts({"k.mp3", "l.mp3"}));
+        music.add(texts({"k.mp3", "l.mp3", "latin1:Über.mp3"}));
         u.t.clock.stepPerReading = 0.75;
         u.builder.BUpdateList();
         QCOMPARE(u.playlists.PlaylistPaths.size(), 12);
-        QCOMPARE(u.t.status.text(), QStringLiteral("0,75s   Schleifen: 9   Liste neu: 11  Liste vorher: 9"));
+        QCOMPARE(u.t.status.text(), QStringLiteral("0,75s   Schleifen: 9   Liste neu: 11  Liste vorher: 9"
+                                                   "  -  Übersprungen (Name nicht UTF-8): 1, z. B. ") +
+                                        music.path(QStringLiteral("\uFFFDber.mp3")));
     }
 
     // A line the name rule refuses stops the rebuild where it is.

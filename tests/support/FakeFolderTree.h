@@ -29,15 +29,16 @@ public:
             f.chop(1);
         return m_folders.contains(f);
     }
-    std::optional<QStringList> list(const QString& folder) const override {
+    std::optional<FolderListing> list(const QString& folder) const override {
         ++const_cast<FakeFolderTree*>(this)->listings;
         if (m_failures.contains(folder))
             throw RuntimeError(m_failures.value(folder).first, m_failures.value(folder).second);
         if (!m_folders.contains(folder))
             return std::nullopt;
-        QStringList names = m_folders.value(folder).values();
-        sortNames(names);
-        return names;
+        FolderListing listing;
+        listing.names = m_folders.value(folder).values();
+        sortNames(listing.names);
+        return listing;
     }
 
 private:

@@ -4,9 +4,13 @@
 #include <QFile>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <filesystem>
+#include <fstream>
 
 // A music folder tree on disk: empty files are all the folder walk needs. Entries are relative
-// paths with "/"; an entry ending in "/" is an empty folder.
+// paths with "/"; an entry ending in "/" is an empty folder, "link -> target" a symbolic link to a
+// path of the tree ("." for the tree itself), and "latin1:path" a file whose path is stored in
+// Latin-1 bytes, as old collections keep their names.
 class TempMusicTree {
 public:
     QTemporaryDir dir;
@@ -18,6 +22,19 @@ public:
 
     void add(const QStringList& entries) {
         for (const QString& e : entries) {
+            const qsizetype arrow = e.indexOf(QLatin1String(" -> "));
+            if (arrow > 0) {
+                QDir().mkpath(QFileInfo(path(e.left(arrow))).path());
+                QFile::link(path(e.mid(arrow + 4)), path(e.left(arrow)));
+                continue;
+            }
+            if (e.startsWith(QLatin1String("latin1:"))) {
+                const std::filesystem::path file(QFile::encodeName(root()).toStdString() + '/' +
+                                                 e.mid(7).toLatin1().toStdString());
+                std::filesystem::create_directories(file.parent_path());
+                std::ofstream{file};
+                continue;
+            }
             if (e.endsWith(QLatin1Char('/'))) {
                 QDir().mkpath(path(e));
                 continue;
