@@ -161,9 +161,10 @@ def cmd_sample(args):
     by_area = collections.defaultdict(list)
     for c in candidates():
         by_area[c["area"]].append(c)
-    rng = random.Random(args.seed)
     chosen = []
     for area in sorted(by_area):
+        # One generator per folder: a change in one folder leaves the other folders' samples as they are.
+        rng = random.Random("%d-%s" % (args.seed, area))
         pool = by_area[area]
         # Spread over the operators: take them in turns, each operator's places shuffled.
         by_op = collections.defaultdict(list)
