@@ -109,7 +109,8 @@ void TavoMP3PlayerMain::setUpPlayback() {
         m_player = new MpvLink(m_services.status, m_services.dialogs, QString(), this);
     m_selection = new SongSelection(m_services, m_playlists, *m_player, *this, m_history, this);
     m_transport = new Transport(m_playlists, *m_player, *this, m_history, *m_selection, this);
-    m_monitor = new PlaybackMonitor(m_playlists, *m_player, *this, *m_selection, m_services.status, this);
+    m_monitor = new PlaybackMonitor(m_playlists, *m_player, *this, *m_selection, m_services.status,
+                                    m_services.dialogs, this);
     // A hit of the quick search is marked like any other chosen song.
     m_search.SelectSong = [this](qint32 position) { m_selection->SelectSong(position, 1); };
 

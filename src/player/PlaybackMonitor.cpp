@@ -1,6 +1,7 @@
 #include "player/PlaybackMonitor.h"
 
 #include "base/Checked.h"
+#include "base/ErrorReport.h"
 #include "base/RuntimeError.h"
 #include "base/StatusLine.h"
 #include "player/PlaybackState.h"
@@ -31,9 +32,10 @@ template <typename F> void skipOnError(F&& step) {
 } // namespace
 
 PlaybackMonitor::PlaybackMonitor(PlaylistManager& playlists, PlayerLink& player, PlaybackState& state,
-                                 SongSelection& selection, StatusLine& status, QObject* parent)
+                                 SongSelection& selection, StatusLine& status, Dialogs& dialogs,
+                                 QObject* parent)
     : QObject(parent), m_playlists(playlists), m_player(player), m_state(state), m_selection(selection),
-      m_status(status) {
+      m_status(status), m_dialogs(dialogs) {
     // Children of the monitor, so that the window's timers can be found by name.
     tmrTime.setParent(this);
     tmrTitleScroll.setParent(this);
@@ -42,7 +44,28 @@ PlaybackMonitor::PlaybackMonitor(PlaylistManager& playlists, PlayerLink& player,
     tmrTitleScroll.setObjectName(QStringLiteral("tmrTitleScroll"));
     tmrTitleScroll.setInterval(kScrollMs);
     connect(&tmrTime, &QTimer::timeout, this, &PlaybackMonitor::tmrTimeTick);
-    connect(&tmrTitleScroll, &QTimer::timeout, this, &PlaybackMonitor::tmrTitleScrollTick);
+    connect(&tmrTitleScroll, &QTimer::timeout, this, [this] {
+        ErrorReport::guard(m_dialogs, QStringLiteral("tmrTitleScroll_Timer"), [this](int& line) {
+            line = 1;
+            tmrTitleScrollTick();
+        });
+    });
+    connect(&m_player, &PlayerLink::playbackEnded, this, &PlaybackMonitor::tickSoon);
+}
+
+void PlaybackMonitor::tickSoon() {
+    if (m_tickQueued)
+        return;
+    m_tickQueued = true;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_tickQueued = false;
+            // Not while the slider holds the monitor; the timer's next tick catches up.
+            if (tmrTime.isActive())
+                tmrTimeTick();
+        },
+        Qt::QueuedConnection);
 }
 
 QString PlaybackMonitor::FormatTime(qint16& seconds) {
@@ -58,17 +81,31 @@ void PlaybackMonitor::setText(Label label, const QString& text) {
 }
 
 void PlaybackMonitor::tmrTimeTick() {
+    if (m_ticking)
+        return;
+    m_ticking = true;
+    ErrorReport::guard(m_dialogs, QStringLiteral("tmrTime_Timer"), [this](int& line) { runTick(line); });
+    m_ticking = false;
+}
+
+void PlaybackMonitor::runTick(int& line) {
+    line = 1;
     m_state.WinampStatus = Checked::toByte(m_player.WinampGetInfo(PlayerLink::InfoStatus).toLongLong());
+    line = 2;
     setText(Test2, QStringLiteral("Winamp Status = ") + QString::number(m_state.WinampStatus) +
                        QStringLiteral(" / Playmode = ") + QString::number(m_state.PlayMode));
+    line = 3;
     // A second playlist that is to end in a shutdown is always played in order.
     if (m_state.ShuffleStatus && m_state.shutdownOnPL2End) {
         m_state.ShuffleStatus = false;
         emit indicatorsChanged();
     }
+    line = 4;
     if (m_state.PlayMode == 1 && m_state.WinampStatus != 1 && m_state.WinampStatus != 3)
         startNextSong();
+    line = 5;
     emit dockRequested();
+    line = 6;
     refreshDisplay();
 }
 
@@ -89,6 +126,9 @@ void PlaybackMonitor::startNextSong() {
     }
     const bool atEnd = m_state.Playlist2Position >= m_playlists.Playlist2Paths.size() - 1;
     if (m_state.shutdownOnPL2End && atEnd) {
+        // Once: the end of the list is one event, and a suspend instead of a power-off wakes up
+        // to a monitor that must not send the computer to sleep again at its next tick.
+        m_state.PlayMode = 0;
         emit shutdownRequested();
     } else if (atEnd) {
         m_state.PlayMode = 0;

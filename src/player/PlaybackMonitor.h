@@ -4,6 +4,7 @@
 #include <QString>
 #include <QTimer>
 
+class Dialogs;
 class PlayerLink;
 class PlaylistManager;
 class SongSelection;
@@ -11,8 +12,9 @@ class StatusLine;
 struct PlaybackState;
 
 // The engine of continuous play: tmrTime polls the player every 750 ms and, in play mode, starts the
-// next song when the player has stopped; it also refreshes the display labels. tmrTitleScroll rotates
-// a song name too long for the title label.
+// next song when the player has stopped; it also refreshes the display labels. A player that reports
+// the end of a file on its own gets the same tick at once, so the next song follows without waiting
+// for the poll. tmrTitleScroll rotates a song name too long for the title label.
 class PlaybackMonitor : public QObject {
     Q_OBJECT
 public:
@@ -23,7 +25,8 @@ public:
     static inline const QString kScrollTail = QStringLiteral("  <<<>>> ");
 
     PlaybackMonitor(PlaylistManager& playlists, PlayerLink& player, PlaybackState& state,
-                    SongSelection& selection, StatusLine& status, QObject* parent = nullptr);
+                    SongSelection& selection, StatusLine& status, Dialogs& dialogs,
+                    QObject* parent = nullptr);
 
     QTimer tmrTime;
     QTimer tmrTitleScroll;
@@ -31,6 +34,8 @@ public:
     // Minutes, ":" and two-digit seconds; a negative argument is set to 0 (the caller's too).
     static QString FormatTime(qint16& seconds);
 
+    // One tick; a failure of steps 1 to 5 is reported as "Fehler in tmrTime_Timer in Zeile <step>".
+    // A tick that comes while one runs (from a message box it opened) is left out.
     void tmrTimeTick();
     void tmrTitleScrollTick();
     // The title label shows the current song of the main playlist again (after a volume drag).
@@ -60,6 +65,9 @@ signals:
     void dockRequested();
 
 private:
+    void runTick(int& line);
+    // The player reported an end: one tick as soon as the event loop is free, never inside another.
+    void tickSoon();
     void startNextSong();
     void refreshDisplay();
     void setUpTitle(const QString& name);
@@ -69,6 +77,9 @@ private:
     PlaybackState& m_state;
     SongSelection& m_selection;
     StatusLine& m_status;
+    Dialogs& m_dialogs;
+    bool m_ticking = false;
+    bool m_tickQueued = false;
 
     QString m_texts[Test2 + 1];
     qint16 m_songLength = 0;

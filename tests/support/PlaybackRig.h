@@ -21,7 +21,7 @@ struct PlaybackRig {
     PrevSongs history;
     SongSelection selection{t.services, playlists, player, state, history};
     Transport transport{playlists, player, state, history, selection};
-    PlaybackMonitor monitor{playlists, player, state, selection, t.status};
+    PlaybackMonitor monitor{playlists, player, state, selection, t.status, t.dialogs};
     QStringList startedNames;
     int historyChanges = 0;
     int indicatorChanges = 0;
