@@ -6,6 +6,7 @@
 #include "player/SocketFolder.h"
 #include "player/WinampMessages.h"
 
+#include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QEventLoop>
@@ -48,11 +49,15 @@ QJsonArray getProperty(const QString& name) {
     return cmd({QStringLiteral("get_property"), name});
 }
 
-// Lets timers and clicks run while the link waits for the player.
+// Lets timers and clicks run while the link waits for the player. Not an event loop of its own:
+// after the application was told to quit (the close sequence), such a loop returns at once.
 void keepInterfaceAlive(int ms) {
-    QEventLoop loop;
-    QTimer::singleShot(ms, &loop, &QEventLoop::quit);
-    loop.exec();
+    QTimer wake;
+    wake.setSingleShot(true);
+    wake.setTimerType(Qt::PreciseTimer);
+    wake.start(ms);
+    while (wake.isActive())
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
 }
 
 void terminate(qint64 pid) {
@@ -80,13 +85,19 @@ bool MpvLink::processRunning(qint64 pid) {
         return true;
     if (::kill(pid_t(pid), 0) != 0)
         return false;
-    // An exited child that nobody reaped yet is a zombie: gone all the same.
+    // An exited process that nobody reaped yet is a zombie: gone all the same.
     QFile stat(QStringLiteral("/proc/%1/stat").arg(pid));
     if (!stat.open(QIODevice::ReadOnly))
         return true;
     const QByteArray line = stat.readAll();
     const qsizetype close = line.lastIndexOf(')');
-    return close < 0 || line.mid(close + 2, 1) != "Z";
+    if (close < 0 || line.mid(close + 2, 1) != "Z")
+        return true;
+    // The first thread is a zombie as soon as it has ended; the process holds its files (the
+    // player's end of the socket) until its last thread has ended too.
+    return QDir(QStringLiteral("/proc/%1/task").arg(pid))
+               .entryList(QDir::Dirs | QDir::NoDotAndDotDot)
+               .size() > 1;
 #else
     Q_UNUSED(pid);
     return true;
@@ -162,6 +173,7 @@ void MpvLink::playerEvent(const QJsonObject& event) {
             m_state.values.remove(QStringLiteral("audio-bitrate"));
         } else if (name == QLatin1String("idle")) {
             m_state.idle = true;
+            m_startUp = QDeadlineTimer(); // start-up is over
             ended = true;
         } else if (name == QLatin1String("end-file")) {
             ended = true;
@@ -205,6 +217,7 @@ bool MpvLink::connectOnce(int waitMs) {
     }
     m_state = State();
     m_stalled = false;
+    m_startUp = QDeadlineTimer();
     m_playerPid = m_ipc.peerPid();
     QList<QJsonArray> commands{
         getProperty(QStringLiteral("mpv-version")), getProperty(QStringLiteral("idle-active")),
@@ -228,6 +241,12 @@ bool MpvLink::connectOnce(int waitMs) {
         m_ipc.disconnect();
         return false;
     }
+}
+
+void MpvLink::awaitStartUp() {
+    while (m_startUp.remainingTime() > 0 && m_connected)
+        keepInterfaceAlive(5); // mpv's events arrive meanwhile
+    m_startUp = QDeadlineTimer();
 }
 
 void MpvLink::stall() {
@@ -321,11 +340,12 @@ void MpvLink::StartWinamp(const QString& path) {
                 keepInterfaceAlive(10);
             }
             // mpv answers before it has finished starting up, and a list handed over in that moment
-            // is played from its first entry when start-up ends. Start-up ends in idle; a player that
-            // got there before the connection was made is not waited for.
-            const QDeadlineTimer idle(kIdleEventWaitMs);
-            while (!m_state.idle && m_connected && !idle.hasExpired())
-                keepInterfaceAlive(5); // mpv's events arrive meanwhile
+            // is played from its first entry when start-up ends, which it tells with its one "idle"
+            // event. Its state cannot tell (idle-active is true during start-up as well), and the
+            // event is not sent again to a link that connected after it, so nothing waits here: the
+            // first file handed over waits for it, within the bound, if it has not come by then.
+            // A player that already plays has started up.
+            m_startUp = m_state.idle ? QDeadlineTimer(kIdleEventWaitMs) : QDeadlineTimer();
             m_cursor = -1;
         } else if (!exists) {
             m_dialogs.message(
@@ -375,6 +395,7 @@ void MpvLink::WinampPlayFile(const QString& path) {
     if (!m_connected)
         return;
     try {
+        awaitStartUp();
         m_ipc.post(cmd({QStringLiteral("loadfile"), file, QStringLiteral("append")}));
         ++m_listCount;
     } catch (const MpvIpc::Unreachable& why) {
@@ -398,6 +419,7 @@ void MpvLink::WinampCommand(qint32 commandId) {
             m_ipc.disconnect();
             break;
         case PlayCommand: {
+            awaitStartUp();
             qint64 entry = m_cursor;
             if (entry < 0)
                 entry = qMax<qint64>(0, value(QStringLiteral("playlist-pos")).toInteger(-1));

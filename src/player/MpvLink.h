@@ -4,6 +4,7 @@
 #include "player/PlayerLink.h"
 #include "player/WinampTitle.h"
 
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QHash>
 #include <optional>
@@ -76,6 +77,8 @@ private:
     void playerEvent(const QJsonObject& event);
     void playerReplied(qint64 id, bool ok);
     void playerHeard();
+    // A player this link started may still be starting up: wait for its "idle" event, bounded.
+    void awaitStartUp();
     // A request went unanswered: keep the link and wait for the player to go on.
     void stall();
     // The link lost its player: report once, then behave like a closed window.
@@ -101,5 +104,7 @@ private:
     // The request of the last Play and when mpv confirmed it.
     qint64 m_playRequest = 0;
     QElapsedTimer m_playConfirmed;
+    // Until when a started player may still be starting up; expired (or never set) when it is not.
+    QDeadlineTimer m_startUp;
     WinampTitle m_title;
 };
