@@ -150,7 +150,6 @@ void TavoMP3PlayerMain::load() {
                 QStringLiteral("Bitte füllen Sie alle Felder aus und speichen die Einstellungen!"));
         } else {
             line = 10;
-            startPlayer();
             FBrowsePath->setText(UserMP3Directory);
             markRead(kSettings, QStringLiteral("UserMP3Directory"));
             if (playlistFile != QLatin1String("0") && !playlistFile.isEmpty()) {
@@ -179,9 +178,14 @@ void TavoMP3PlayerMain::load() {
         show();
         FPlaylist->setFocus();
         line = 15;
-        finishPlaybackLoad();
-        line = 17;
         SetupSkins();
+        line = 16;
+        // The window is complete before the player is waited for: one that has to be started first
+        // takes its time, and the user sees the window meanwhile.
+        if (!SettingsIncomplete)
+            startPlayer();
+        line = 17;
+        finishPlaybackLoad();
     });
     rememberUnreadSettings();
 }

@@ -319,7 +319,7 @@ private:
 
     Services& m_services;
     PlaylistManager m_playlists;
-    SleepMode m_sleep;
+    SleepMode m_sleep{m_services.dialogs};
     PrevSongs m_history;
     PlayerLink* m_player = nullptr;
     SongSelection* m_selection = nullptr;

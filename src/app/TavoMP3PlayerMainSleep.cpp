@@ -33,6 +33,8 @@ QBoxLayout* TavoMP3PlayerMain::buildSleepControls(QWidget* parent) {
 
 void TavoMP3PlayerMain::connectSleepControls() {
     connect(&m_sleep, &SleepMode::labelChanged, LSleepmode, &QLabel::setText);
+    // Woken up after the power-off: the box follows the mode, which is off.
+    connect(&m_sleep, &SleepMode::switchedOff, FSleepmode, [this] { FSleepmode->setChecked(false); });
     connect(&m_sleep, &SleepMode::shutdownRequested, this, [this] {
         handle(QStringLiteral("TimerSleepmode"), [this](int& line) {
             line = 1;

@@ -8,6 +8,7 @@
 #include "playlist/PlaylistManager.h"
 #include "playlist/SongSelection.h"
 
+#include <QScopeGuard>
 #include <cmath>
 
 namespace {
@@ -45,6 +46,22 @@ PlaybackMonitor::PlaybackMonitor(PlaylistManager& playlists, PlayerLink& player,
     tmrTitleScroll.setInterval(kScrollMs);
     connect(&tmrTime, &QTimer::timeout, this, &PlaybackMonitor::tmrTimeTick);
     connect(&tmrTitleScroll, &QTimer::timeout, this, &PlaybackMonitor::tmrTitleScrollTick);
+    connect(&m_player, &PlayerLink::playbackEnded, this, &PlaybackMonitor::tickSoon);
+}
+
+void PlaybackMonitor::tickSoon() {
+    if (m_tickQueued)
+        return;
+    m_tickQueued = true;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_tickQueued = false;
+            // Not while the slider holds the monitor; the timer's next tick catches up.
+            if (tmrTime.isActive())
+                tmrTimeTick();
+        },
+        Qt::QueuedConnection);
 }
 
 QString PlaybackMonitor::FormatTime(qint16& seconds) {
@@ -60,15 +77,25 @@ void PlaybackMonitor::setText(Label label, const QString& text) {
 }
 
 void PlaybackMonitor::tmrTimeTick() {
-    m_tickReport.run([this](int& line) { tick(line); });
+    // A tick that comes while another one runs (the link lets the interface breathe while it waits
+    // for the player) is left out. The report's box is shown after the tick has ended, so the
+    // ticks inside the box's own event loop run: playback goes on while the box is open.
+    if (m_ticking)
+        return;
+    m_tickReport.run([this](int& line) {
+        m_ticking = true;
+        const auto done = qScopeGuard([this] { m_ticking = false; });
+        runTick(line);
+    });
 }
 
-void PlaybackMonitor::tick(int& line) {
+void PlaybackMonitor::runTick(int& line) {
     line = 1;
     m_state.WinampStatus = Checked::toByte(m_player.WinampGetInfo(PlayerLink::InfoStatus).toLongLong());
     line = 2;
     setText(Test2, QStringLiteral("Winamp Status = ") + QString::number(m_state.WinampStatus) +
                        QStringLiteral(" / Playmode = ") + QString::number(m_state.PlayMode));
+    line = 3;
     // A second playlist that is to end in a shutdown is always played in order.
     line = 3;
     if (m_state.ShuffleStatus && m_state.shutdownOnPL2End) {
@@ -101,6 +128,9 @@ void PlaybackMonitor::startNextSong() {
     }
     const bool atEnd = m_state.Playlist2Position >= m_playlists.Playlist2Paths.size() - 1;
     if (m_state.shutdownOnPL2End && atEnd) {
+        // Once: the end of the list is one event, and a suspend instead of a power-off wakes up
+        // to a monitor that must not send the computer to sleep again at its next tick.
+        m_state.PlayMode = 0;
         emit shutdownRequested();
     } else if (atEnd) {
         m_state.PlayMode = 0;

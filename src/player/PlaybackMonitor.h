@@ -14,8 +14,9 @@ class StatusLine;
 struct PlaybackState;
 
 // The engine of continuous play: tmrTime polls the player every 750 ms and, in play mode, starts the
-// next song when the player has stopped; it also refreshes the display labels. tmrTitleScroll rotates
-// a song name too long for the title label.
+// next song when the player has stopped; it also refreshes the display labels. A player that reports
+// the end of a file on its own gets the same tick at once, so the next song follows without waiting
+// for the poll. tmrTitleScroll rotates a song name too long for the title label.
 class PlaybackMonitor : public QObject {
     Q_OBJECT
 public:
@@ -36,7 +37,8 @@ public:
     static QString FormatTime(qint16& seconds);
 
     // One tick of each timer, under the window's error report: a failure (a song the pick cannot
-    // read, a list emptied under the running song) is reported and the next tick comes all the same.
+    // read, a list emptied under the running song) is reported as "Fehler in tmrTime_Timer in Zeile
+    // <step>" and the next tick comes all the same.
     void tmrTimeTick();
     void tmrTitleScrollTick();
     // The title label shows the current song of the main playlist again (after a volume drag).
@@ -66,7 +68,9 @@ signals:
     void dockRequested();
 
 private:
-    void tick(int& line);
+    void runTick(int& line);
+    // The player reported an end: one tick as soon as the event loop is free, never inside another.
+    void tickSoon();
     void startNextSong();
     void refreshDisplay();
     void setUpTitle(const QString& name);
@@ -78,6 +82,8 @@ private:
     StatusLine& m_status;
     RecurringReport m_tickReport;
     RecurringReport m_scrollReport;
+    bool m_ticking = false;
+    bool m_tickQueued = false;
 
     QString m_texts[Test2 + 1];
     qint16 m_songLength = 0;

@@ -51,6 +51,11 @@ public:
     // "WinampModule Error: <description> and number <number>" into FStatus.
     void ReportWinampError(const QString& description, int number);
 
+signals:
+    // The player said on its own that a file ended or that it has nothing left to play. Links that
+    // can only be asked never send it; the monitor then finds out at its next poll.
+    void playbackEnded();
+
 protected:
     StatusLine& m_status;
 };

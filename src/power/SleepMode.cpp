@@ -1,15 +1,26 @@
 #include "power/SleepMode.h"
 
+#include "base/ErrorReport.h"
+
 namespace {
 QString countdownText(int minutes) {
     return QStringLiteral("Herunterfahren in ") + QString::number(minutes) + QStringLiteral(" min");
 }
 } // namespace
 
-SleepMode::SleepMode(QObject* parent) : QObject(parent) {
+SleepMode::SleepMode(Dialogs& dialogs, QObject* parent) : QObject(parent), m_dialogs(dialogs) {
     TimerSleepmode.setObjectName(QStringLiteral("TimerSleepmode"));
     TimerSleepmode.setInterval(60000);
-    connect(&TimerSleepmode, &QTimer::timeout, this, &SleepMode::TimerSleepmodeTimer);
+    connect(&TimerSleepmode, &QTimer::timeout, this, [this] {
+        ErrorReport::guard(m_dialogs, QStringLiteral("TimerSleepmode_Timer"), [this](int& line) {
+            line = 1;
+            TimerSleepmodeTimer();
+        });
+    });
+    connect(&wakeUp, &WakeUpWatch::wokeUp, this, [this] {
+        FSleepmodeClick(false, SleepTimeChoice);
+        emit switchedOff();
+    });
 }
 
 const QStringList& SleepMode::timeItems() {
@@ -22,6 +33,7 @@ const QStringList& SleepMode::timeItems() {
 
 void SleepMode::FSleepmodeClick(bool checked, const QString& choice) {
     if (!checked) {
+        wakeUp.disarm();
         SleepMinutesElapsed = 0;
         setLabel(QString());
         TimerSleepmode.stop();
@@ -30,7 +42,8 @@ void SleepMode::FSleepmodeClick(bool checked, const QString& choice) {
     static const int minutes[] = {1, 2, 5, 10, 20, 30, 40, 50, 60};
     const qsizetype at = timeItems().indexOf(choice); // exact and case-sensitive
     if (at < 0)
-        return; // an unknown text leaves the mode as it was
+        return;      // an unknown text leaves the mode as it was
+    wakeUp.disarm(); // armed anew by the user
     SleepMinutesTotal = static_cast<quint8>(minutes[at]);
     SleepTimeChoice = choice;
     SleepMinutesElapsed = 0;
@@ -51,9 +64,10 @@ void SleepMode::TimerSleepmodeTimer() {
         return;
     }
     // The box stays checked and the label keeps "1 min": nothing is left to show once the
-    // computer goes down.
+    // computer goes down. One that only sleeps switches the mode off when it wakes up.
     SleepMinutesElapsed = 0;
     TimerSleepmode.stop();
+    wakeUp.arm();
     emit shutdownRequested();
 }
 

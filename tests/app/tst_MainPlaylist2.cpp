@@ -273,7 +273,8 @@ private slots:
             QCOMPARE(r.player.playedFiles().last(), QStringLiteral("/b/Song01.mp3"));
         r.player.finishSong();
         r.player.userStop();
-        r.w.playback().tmrTimeTick();
+        for (int tick = 0; tick < 3; ++tick) // the end is one event, however many ticks follow it
+            r.w.playback().tmrTimeTick();
         if (shutdownBox) {
             QVERIFY(!r.w.ShuffleStatus);
             QCOMPARE(r.t.power.requests, QList<qint32>{1});

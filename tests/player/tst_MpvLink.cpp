@@ -1,5 +1,7 @@
 #include "base/StatusLine.h"
 #include "player/MpvLink.h"
+#include "player/SocketFolder.h"
+#include "support/MpvPlaybackRig.h"
 #include "support/MpvTestPlayer.h"
 #include "support/ScriptedDialogs.h"
 #include "support/SilentMp3.h"
@@ -8,6 +10,13 @@
 #include <QFile>
 #include <QTimer>
 #include <QtTest>
+
+#include <csignal>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 // The Linux player link against the real mpv, headless (ao=null), with synthesized silent MP3s.
 class tst_MpvLink : public QObject {
@@ -29,6 +38,13 @@ class tst_MpvLink : public QObject {
         return link;
     }
     int status(MpvLink& link) { return link.WinampGetInfo(PlayerLink::InfoStatus).toInt(); }
+    // The files of mpv's own list, in order.
+    QStringList playerList() const {
+        QStringList files;
+        for (const QVariant& entry : m_env->property(QStringLiteral("playlist")).toList())
+            files << entry.toMap().value(QStringLiteral("filename")).toString();
+        return files;
+    }
 
 private slots:
     void init() {
@@ -75,7 +91,7 @@ private slots:
         link->WinampCommand(PlayerLink::JumpToLastCommand);
         link->WinampCommand(PlayerLink::PlayCommand);
         QTRY_COMPARE(status(*link), 1);
-        QCOMPARE(link->WinampGetInfo(PlayerLink::InfoListPos).toInt(), 1);
+        QTRY_COMPARE(link->WinampGetInfo(PlayerLink::InfoListPos).toInt(), 1);
         // While the file loads the player already counts as playing; its data follows within moments.
         QTRY_COMPARE(m_env->property(QStringLiteral("path")).toString(), b);
         QTRY_COMPARE(link->WinampGetInfo(PlayerLink::InfoTitle).toString(), QStringLiteral("b.mp3"));
@@ -112,7 +128,7 @@ private slots:
         link->WinampCommand(PlayerLink::JumpToLastCommand);
         link->WinampCommand(PlayerLink::PlayCommand);
         QTRY_COMPARE(status(*link), 1);
-        QCOMPARE(link->WinampGetInfo(PlayerLink::InfoListPos).toInt(), 2);
+        QTRY_COMPARE(link->WinampGetInfo(PlayerLink::InfoListPos).toInt(), 2);
         QVERIFY(m_status.text().isEmpty());
     }
 
@@ -159,16 +175,212 @@ private slots:
         QCOMPARE(link->WinampGetInfo(PlayerLink::InfoPosition).toInt(), -1);
     }
 
-    void closeEndsThePlayerQuietly() {
-        auto link = startedLink();
+    // The end of a song reaches the monitor as mpv's event: with a poll of an hour the list is still
+    // played through, in order, by the ticks the events bring.
+    void songEndBringsTheNextSongAtOnce() {
+        MpvPlaybackRig r(m_env->socketPath());
+        r.link.StartWinamp(MpvTestPlayer::mpvPath());
+        const QStringList songs{song(QStringLiteral("e1.mp3"), 0.4), song(QStringLiteral("e2.mp3"), 0.4),
+                                song(QStringLiteral("e3.mp3"), 0.4)};
+        r.setPlaylist(songs);
+        r.monitor.tmrTime.setInterval(3600 * 1000);
+        r.monitor.tmrTime.start();
+        r.transport.Play(0);
+        QTRY_COMPARE_WITH_TIMEOUT(r.statusText(),
+                                  QStringLiteral("Playlistende erreicht - Playmodus gestoppt."), 10000);
+        QCOMPARE(playerList(), songs);
+        QCOMPARE(r.state.PlaylistPosition, 2);
+    }
+
+    // A player that hangs (stopped with SIGSTOP for 3 s) keeps its link: the monitor neither takes it
+    // for stopped nor waits for it, a request that goes unanswered is reported until the player answers
+    // again, and Stop and Beenden reach it when it goes on.
+    void stalledPlayerKeepsItsSongAndItsCommands() {
+        MpvPlaybackRig r(m_env->socketPath());
+        r.link.StartWinamp(MpvTestPlayer::mpvPath());
+        const QStringList songs{song(QStringLiteral("s1.mp3"), 2.0), song(QStringLiteral("s2.mp3"), 0.5)};
+        r.setPlaylist(songs);
+        int ticks = 0;
+        connect(&r.monitor, &PlaybackMonitor::textChanged,
+                [&ticks](PlaybackMonitor::Label label) { ticks += label == PlaybackMonitor::Test2; });
+        r.monitor.tmrTime.start();
         const qint64 pid = m_env->pid();
-        link->WinampCommand(PlayerLink::CloseCommand);
+        auto hang = [&](int ms) {
+            QTRY_VERIFY(r.link.WinampGetInfo(PlayerLink::InfoPosition).toInt() >= 300);
+            ::kill(pid_t(pid), SIGSTOP);
+            ticks = 0;
+            QTest::qWait(ms);
+        };
+
+        r.transport.Play(0);
+        hang(3000);
+        QVERIFY2(ticks >= 3, "the monitor went on ticking while the player hung");
+        QCOMPARE(r.state.WinampStatus, quint8(1));
+        QCOMPARE(r.state.PlaylistPosition, 0);
+        ::kill(pid_t(pid), SIGCONT);
+        QTRY_COMPARE_WITH_TIMEOUT(r.statusText(),
+                                  QStringLiteral("Playlistende erreicht - Playmodus gestoppt."), 10000);
+        QCOMPARE(playerList(), songs); // the hung song went on, nothing was skipped
+
+        r.transport.Play(0);
+        hang(500);
+        r.transport.VolumeMoved(255); // goes unanswered
+        QCOMPARE(r.statusText(),
+                 QStringLiteral("WinampModule Error: Der Player antwortet nicht and number 57"));
+        QVERIFY(r.link.isStalled());
+        r.transport.Stop();
+        ::kill(pid_t(pid), SIGCONT);
+        QTRY_VERIFY(!r.link.isStalled());
+        QVERIFY(r.statusText().isEmpty());
+        QTRY_COMPARE(m_env->property(QStringLiteral("idle-active")).toBool(), true);
+        QCOMPARE(m_env->property(QStringLiteral("volume")).toDouble(), 100.0);
+        QCOMPARE(playerList().size(), 3);
+
+        r.transport.Play(0);
+        hang(300);
+        r.monitor.tmrTime.stop();
+        r.link.WinampCommand(PlayerLink::CloseCommand); // Beenden
+        ::kill(pid_t(pid), SIGCONT);
         QTRY_VERIFY(!MpvTestPlayer::alive(pid));
-        QCOMPARE(status(*link), 0);
-        link->WinampPlayFile(song(QStringLiteral("a.mp3"), 1.0));
-        link->WinampCommand(PlayerLink::PlayCommand);
-        QCOMPARE(status(*link), 0);
-        QVERIFY(m_status.text().isEmpty());
+        QCOMPARE(status(r.link), 0);
+        QVERIFY(r.statusText().isEmpty());
+    }
+
+    void socketFolderRules_data() {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<int>("verdict");
+        using V = SocketFolder::Verdict;
+        QTest::newRow("missing: created private") << "missing" << 0 << int(V::Private);
+        QTest::newRow("ours, 0700") << "folder" << 0700 << int(V::Private);
+        QTest::newRow("group may read") << "folder" << 0750 << int(V::OpenToOthers);
+        QTest::newRow("others may enter") << "folder" << 0701 << int(V::OpenToOthers);
+        QTest::newRow("link to a private folder") << "link" << 0700 << int(V::NotDirectory);
+        QTest::newRow("a file") << "file" << 0600 << int(V::NotDirectory);
+        QTest::newRow("another user's") << "foreign" << 0700 << int(V::NotOurs);
+    }
+    void socketFolderRules() {
+        QFETCH(QString, kind);
+        QFETCH(int, mode);
+        QFETCH(int, verdict);
+        if (kind == QLatin1String("foreign") && ::geteuid() != 0)
+            QSKIP("only root can hand a folder to another user");
+        const QString folder = m_env->filePath(QStringLiteral("sockets"));
+        const QByteArray name = QFile::encodeName(folder);
+        const QByteArray target = QFile::encodeName(m_env->filePath(QStringLiteral("elsewhere")));
+        if (kind == QLatin1String("folder") || kind == QLatin1String("foreign"))
+            QVERIFY(::mkdir(name.constData(), 0700) == 0 && ::chmod(name.constData(), mode_t(mode)) == 0);
+        if (kind == QLatin1String("foreign"))
+            QVERIFY(::chown(name.constData(), 65534, 65534) == 0);
+        if (kind == QLatin1String("link"))
+            QVERIFY(::mkdir(target.constData(), 0700) == 0 &&
+                    ::symlink(target.constData(), name.constData()) == 0);
+        if (kind == QLatin1String("file"))
+            QVERIFY(QFile(folder).open(QIODevice::WriteOnly) && ::chmod(name.constData(), mode_t(mode)) == 0);
+        QCOMPARE(int(SocketFolder::makePrivate(folder)), verdict);
+        // What was there is judged, never changed.
+        struct stat info {};
+        QVERIFY(::stat(kind == QLatin1String("link") ? target.constData() : name.constData(), &info) == 0);
+        QCOMPARE(int(info.st_mode & 0777), kind == QLatin1String("missing") ? 0700 : mode);
+    }
+
+    void socketPathLiesInAPrivateFolder_data() {
+        QTest::addColumn<QString>("runtime"); // "", "private" or "open"
+        QTest::addColumn<bool>("fallbackOpen");
+        QTest::addColumn<QString>("expected"); // "runtime", "fallback" or "" (refused)
+        QTest::newRow("runtime folder") << "private" << false << "runtime";
+        QTest::newRow("no runtime folder") << "" << false << "fallback";
+        QTest::newRow("runtime folder open to others") << "open" << false << "fallback";
+        QTest::newRow("fallback taken and open: refused") << "" << true << "";
+    }
+    void socketPathLiesInAPrivateFolder() {
+        QFETCH(QString, runtime);
+        QFETCH(bool, fallbackOpen);
+        QFETCH(QString, expected);
+        const QByteArray oldRuntime = qgetenv("XDG_RUNTIME_DIR");
+        const QByteArray oldTmp = qgetenv("TMPDIR");
+        const QString runtimeFolder = m_env->filePath(QStringLiteral("run"));
+        const QString tmp = m_env->filePath(QStringLiteral("tmp"));
+        QDir().mkpath(tmp);
+        QDir().mkpath(runtimeFolder);
+        QFile::setPermissions(runtimeFolder, runtime == QLatin1String("open")
+                                                 ? QFile::Permissions(0x7755)
+                                                 : QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        if (runtime.isEmpty())
+            qunsetenv("XDG_RUNTIME_DIR");
+        else
+            qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtimeFolder));
+        qputenv("TMPDIR", QFile::encodeName(tmp));
+        const QString fallback = SocketFolder::fallbackFolder();
+        QVERIFY(fallback.startsWith(tmp));
+        if (fallbackOpen)
+            QVERIFY(::mkdir(QFile::encodeName(fallback).constData(), 0777) == 0 &&
+                    ::chmod(QFile::encodeName(fallback).constData(), 0777) == 0);
+
+        const QString path = MpvLink::defaultSocketPath();
+        MpvLink link(m_status, m_dialogs, path);
+        link.StartWinamp(MpvTestPlayer::mpvPath());
+        qputenv("XDG_RUNTIME_DIR", oldRuntime);
+        qputenv("TMPDIR", oldTmp);
+        if (expected.isEmpty()) {
+            QVERIFY(path.isEmpty());
+            QCOMPARE(m_status.text(), QStringLiteral("Player nicht gestartet: der Ordner ") + fallback +
+                                          QStringLiteral(" ist für andere Benutzer zugänglich."));
+            QVERIFY(!link.isConnected());
+            return;
+        }
+        QCOMPARE(QFileInfo(path).path(), expected == QLatin1String("runtime") ? runtimeFolder : fallback);
+        QVERIFY(link.isConnected());
+        link.WinampCommand(PlayerLink::CloseCommand);
+    }
+
+    // A socket of another user's process is refused before anything is sent to it.
+    void foreignSocketIsRefused() {
+        if (::geteuid() != 0)
+            QSKIP("only root can listen as another user");
+        QTemporaryDir shared; // a folder the other user can enter too
+        const QString folder = shared.path();
+        QVERIFY(::chmod(QFile::encodeName(folder).constData(), 0777) == 0);
+        const QString socketPath = folder + QStringLiteral("/tavomp3-mpv.sock");
+        const QByteArray socketName = QFile::encodeName(socketPath);
+        int ready[2], result[2];
+        QVERIFY(::pipe(ready) == 0 && ::pipe(result) == 0);
+        const pid_t child = ::fork();
+        if (child == 0) { // another user listens and counts what it receives
+            if (::setgid(65534) != 0 || ::setuid(65534) != 0)
+                ::_exit(1);
+            sockaddr_un address{};
+            address.sun_family = AF_UNIX;
+            ::strncpy(address.sun_path, QFile::encodeName(socketPath).constData(),
+                      sizeof address.sun_path - 1);
+            const int server = ::socket(AF_UNIX, SOCK_STREAM, 0);
+            if (::bind(server, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0 ||
+                ::listen(server, 4) != 0)
+                ::_exit(2);
+            (void)!::write(ready[1], "r", 1);
+            const int client = ::accept(server, nullptr, nullptr);
+            qint64 received = 0;
+            char buffer[4096];
+            for (ssize_t n; (n = ::read(client, buffer, sizeof buffer)) > 0;)
+                received += n;
+            (void)!::write(result[1], &received, sizeof received);
+            ::_exit(0);
+        }
+        ::close(ready[1]);
+        ::close(result[1]);
+        char r = 0;
+        QCOMPARE(::read(ready[0], &r, 1), ssize_t(1));
+        MpvLink link(m_status, m_dialogs, socketPath);
+        link.StartWinamp(MpvTestPlayer::mpvPath());
+        link.WinampPlayFile(song(QStringLiteral("geheim.mp3"), 0.2));
+        qint64 received = -1;
+        QCOMPARE(::read(result[0], &received, sizeof received), ssize_t(sizeof received));
+        ::waitpid(child, nullptr, 0);
+        QCOMPARE(received, qint64(0));
+        QVERIFY(!link.isConnected());
+        QCOMPARE(m_status.text(), QStringLiteral("Player nicht verbunden: ") + socketPath +
+                                      QStringLiteral(" gehört einem anderen Benutzer."));
+        QCOMPARE(m_env->pid(), qint64(0)); // and no player of ours was started in its place
     }
 
     void killedPlayerIsReportedAndAnswersZero() {
@@ -199,12 +411,21 @@ private slots:
         QCOMPARE(link->WinampGetInfo(PlayerLink::InfoListLength).toInt(), 0);
     }
 
+    // A started program that never opens the socket, or ends at once: the wait ends with the report
+    // and the user interface kept running meanwhile.
+    void playerThatNeverAnswersEndsTheWaitWithAnError_data() {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<int>("minimumMs");
+        QTest::newRow("runs silently") << "exec sleep 3" << 1100;
+        QTest::newRow("ends at once") << "exit 1" << 0;
+    }
     void playerThatNeverAnswersEndsTheWaitWithAnError() {
-        // A program that runs but never opens the socket.
+        QFETCH(QString, script);
+        QFETCH(int, minimumMs);
         const QString fake = m_env->filePath(QStringLiteral("silent-player.sh"));
         QFile f(fake);
         QVERIFY(f.open(QIODevice::WriteOnly));
-        f.write("#!/bin/sh\nexec sleep 3\n");
+        f.write("#!/bin/sh\n" + script.toUtf8() + "\n");
         f.close();
         f.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 
@@ -217,23 +438,12 @@ private slots:
         QElapsedTimer waited;
         waited.start();
         link.StartWinamp(fake);
-        QVERIFY(waited.elapsed() >= 1100);
+        QVERIFY(waited.elapsed() >= minimumMs);
         QVERIFY(waited.elapsed() < 5000);
-        QVERIFY2(ticks >= 5, "the user interface kept running while the link waited");
+        QVERIFY2(ticks >= minimumMs / 200, "the user interface kept running while the link waited");
         QVERIFY(!link.isConnected());
         QCOMPARE(m_status.text(), QStringLiteral("WinampModule Error: Überlauf and number 6"));
         QCOMPARE(link.WinampGetInfo(PlayerLink::InfoStatus).toInt(), 0);
-    }
-
-    void startedProgramThatEndsAtOnceEndsTheWaitEarly() {
-        MpvLink link(m_status, m_dialogs, m_env->socketPath());
-        link.startWaitMs = 20000;
-        QElapsedTimer waited;
-        waited.start();
-        link.StartWinamp(QStringLiteral("/bin/false"));
-        QVERIFY(waited.elapsed() < 10000);
-        QVERIFY(!link.isConnected());
-        QCOMPARE(m_status.text(), QStringLiteral("WinampModule Error: Überlauf and number 6"));
     }
 
     void missingPathAsksAndEmptyPathDoesNothing() {

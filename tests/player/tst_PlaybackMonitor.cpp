@@ -60,8 +60,6 @@ private slots:
         r.monitor.tmrTimeTick();
         QCOMPARE(r.monitor.text(PlaybackMonitor::Test2), QStringLiteral("Winamp Status = 1 / Playmode = 1"));
         QVERIFY(r.player.playedFiles().isEmpty());
-        QCOMPARE(r.player.discardedStatusQueries,
-                 int(r.player.calls.filter(QStringLiteral("GetInfo")).size()));
     }
 
     void pauseDoesNotAdvanceAndFreezesTheLabels() {
@@ -119,7 +117,7 @@ private slots:
         QTest::addColumn<bool>("shutdownBox");
         QTest::addColumn<int>("shutdowns");
         QTest::addColumn<QString>("status");
-        QTest::newRow("box ticked shuts down") << true << 1 << QString();
+        QTest::newRow("box ticked shuts down once") << true << 1 << QString();
         QTest::newRow("box clear stops")
             << false << 0 << QStringLiteral("Playlistende erreicht - Playmodus gestoppt.");
     }
@@ -141,21 +139,27 @@ private slots:
         r.run(4);
         QCOMPARE(r.player.playedFiles(),
                  (QStringList{QStringLiteral("/m/x.mp3"), QStringLiteral("/m/y.mp3")}));
-        r.run(4);
-        QVERIFY(r.shutdowns >= shutdowns);
-        QCOMPARE(r.shutdowns > 0, shutdowns > 0);
+        // Many ticks after the end (a suspend instead of a power-off wakes up to them): one request.
+        r.run(20);
+        QCOMPARE(r.shutdowns, shutdowns);
+        QCOMPARE(r.state.PlayMode, quint8(0));
         QCOMPARE(r.statusText(), status);
         QCOMPARE(r.player.playedFiles().size(), 2);
     }
 
-    void shuffleMonitorPicksNextSong() {
+    // A failing step of the tick is reported with its step number; the program and the timer go on.
+    void failingStepIsReported() {
         PlaybackRig r;
-        r.setPlaylist(1, songs(4));
-        r.state.ShuffleStatus = true;
+        r.setPlaylist(1, {});
+        r.state.ShuffleStatus = true; // the pick on an empty list raises the conversion error
         r.state.PlayMode = 1;
-        r.t.random.values = {0.5, 0.0};
-        r.monitor.tmrTimeTick();
-        QCOMPARE(r.player.playedFiles(), QStringList{QStringLiteral("/m/s1.mp3")});
+        r.monitor.tmrTime.start();
+        QTRY_VERIFY(!r.t.dialogs.questions.isEmpty());
+        const QString report = r.t.dialogs.messageTexts().first();
+        QVERIFY2(report.startsWith(QStringLiteral("Fehler in tmrTime_Timer in Zeile 4: ")),
+                 qPrintable(report));
+        QVERIFY(r.monitor.tmrTime.isActive());
+        QCOMPARE(r.monitor.text(PlaybackMonitor::Test2), QStringLiteral("Winamp Status = 0 / Playmode = 1"));
     }
 
     void displayLabels() {

@@ -1,5 +1,6 @@
 #include "app/TavoMP3PlayerMain.h"
 #include "power/SleepMode.h"
+#include "support/ScriptedDialogs.h"
 #include "support/TestServices.h"
 #include "ui/ClickLabel.h"
 
@@ -11,17 +12,21 @@
 
 class tst_SleepMode : public QObject {
     Q_OBJECT
+    ScriptedDialogs m_dialogs;
+
 private slots:
     void countdownTicksToShutdown_data() {
         QTest::addColumn<QString>("choice");
         QTest::addColumn<int>("minutes");
-        for (const QString& item : SleepMode::timeItems())
-            QTest::newRow(qPrintable(item)) << item << item.section(QLatin1Char(' '), 0, 0).toInt();
+        QTest::newRow("1 min") << QStringLiteral("1 min") << 1;
+        QTest::newRow("5 min") << QStringLiteral("5 min") << 5;
+        QTest::newRow("20 min") << QStringLiteral("20 min") << 20;
+        QTest::newRow("60 min") << QStringLiteral("60 min") << 60;
     }
     void countdownTicksToShutdown() {
         QFETCH(QString, choice);
         QFETCH(int, minutes);
-        SleepMode sleep;
+        SleepMode sleep(m_dialogs);
         QSignalSpy shutdown(&sleep, &SleepMode::shutdownRequested);
         sleep.FSleepmodeClick(true, choice);
         QVERIFY(sleep.TimerSleepmode.isActive());
@@ -47,7 +52,7 @@ private slots:
     }
     void unknownTextLeavesModeAlone() {
         QFETCH(QString, text);
-        SleepMode sleep;
+        SleepMode sleep(m_dialogs);
         sleep.FSleepmodeClick(true, QStringLiteral("5 min"));
         sleep.TimerSleepmodeTimer();
         sleep.FSleepmodeClick(true, text);
@@ -58,7 +63,7 @@ private slots:
     }
 
     void choosingAgainRestartsOnlyOnChange() {
-        SleepMode sleep;
+        SleepMode sleep(m_dialogs);
         sleep.SleepTimeChoice = QStringLiteral("20 min");
         sleep.FSleepmodeClick(true, QStringLiteral("20 min"));
         sleep.TimerSleepmodeTimer();
@@ -76,7 +81,7 @@ private slots:
     }
 
     void uncheckStopsAndRecheckStartsFromFullTime() {
-        SleepMode sleep;
+        SleepMode sleep(m_dialogs);
         sleep.FSleepmodeClick(true, QStringLiteral("10 min"));
         sleep.TimerSleepmodeTimer();
         sleep.TimerSleepmodeTimer();
@@ -87,30 +92,50 @@ private slots:
         QCOMPARE(sleep.LSleepmode(), QStringLiteral("Herunterfahren in 10 min"));
     }
 
-    // The window's controls drive the countdown and its end reaches the power-off seam.
-    void mainWindowControlsEndInPowerOffRequest() {
+    // The window's controls drive the countdown through its timer; its end asks for the power-off
+    // once. A computer that only slept comes back to the mode switched off.
+    void mainWindowCountdownEndsInOnePowerOff_data() {
+        QTest::addColumn<qint64>("sleptMs");
+        QTest::addColumn<bool>("wokeUp");
+        QTest::newRow("suspended and woken up") << qint64(45000) << true;
+        QTest::newRow("clock noise is no sleep") << qint64(300) << false;
+    }
+    void mainWindowCountdownEndsInOnePowerOff() {
+        QFETCH(qint64, sleptMs);
+        QFETCH(bool, wokeUp);
         TestServices t;
         TavoMP3PlayerMain w(t.services);
         w.load();
         QCOMPARE(w.FSleepmodeTime->currentText(), QStringLiteral("20 min"));
-        QCOMPARE(w.FSleepmodeTime->count(), 9);
         QCOMPARE(w.LSleepmode->text(), QString());
-        QCOMPARE(w.sleepMode().SleepTimeChoice, QStringLiteral("20 min"));
+        qint64 slept = 1000;
+        w.sleepMode().wakeUp.sleptMs = [&slept] { return slept; };
+        w.sleepMode().TimerSleepmode.setInterval(20); // minutes of 20 ms
 
-        w.FSleepmodeTime->setCurrentIndex(0); // "1 min"
-        emit w.FSleepmodeTime->activated(0);
+        w.FSleepmodeTime->setCurrentIndex(1); // "2 min"
+        emit w.FSleepmodeTime->activated(1);
         QVERIFY(!w.sleepMode().TimerSleepmode.isActive());
         emit w.LabelSleep->clicked(); // the caption toggles the box
         QVERIFY(w.FSleepmode->isChecked());
-        QCOMPARE(w.LSleepmode->text(), QStringLiteral("Herunterfahren in 1 min"));
-        QVERIFY(t.power.requests.isEmpty());
-        w.sleepMode().TimerSleepmodeTimer();
+        QCOMPARE(w.LSleepmode->text(), QStringLiteral("Herunterfahren in 2 min"));
+        QTRY_COMPARE(t.power.requests, QList<qint32>{1});
+        QTest::qWait(100);
         QCOMPARE(t.power.requests, QList<qint32>{1});
         QVERIFY(w.FSleepmode->isChecked());
+        QCOMPARE(w.LSleepmode->text(), QStringLiteral("Herunterfahren in 1 min"));
 
-        emit w.LabelSleep->clicked();
-        QVERIFY(!w.FSleepmode->isChecked());
-        QCOMPARE(w.LSleepmode->text(), QString());
+        slept += sleptMs;
+        w.sleepMode().wakeUp.check();
+        QCOMPARE(!w.FSleepmode->isChecked(), wokeUp);
+        QCOMPARE(w.LSleepmode->text().isEmpty(), wokeUp);
+        QCOMPARE(w.sleepMode().wakeUp.isArmed(), !wokeUp);
+        QVERIFY(!w.sleepMode().TimerSleepmode.isActive());
+        QCOMPARE(t.power.requests, QList<qint32>{1});
+
+        emit w.LabelSleep->clicked(); // armed anew (woken) or switched off (not woken)
+        QCOMPARE(w.FSleepmode->isChecked(), wokeUp);
+        QVERIFY(!w.sleepMode().wakeUp.isArmed());
+        QCOMPARE(w.LSleepmode->text(), wokeUp ? QStringLiteral("Herunterfahren in 2 min") : QString());
     }
 };
 

@@ -137,8 +137,6 @@ void FakePlayer::WinampCommand(qint32 commandId) {
 }
 
 QVariant FakePlayer::WinampGetInfo(quint8 code) {
-    if (running)
-        ++discardedStatusQueries;
     calls << QStringLiteral("GetInfo %1").arg(code);
     try {
         throwIfFailing();

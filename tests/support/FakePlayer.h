@@ -37,15 +37,11 @@ public:
     std::optional<RuntimeError> failNext;
 
     // The call log: "StartWinamp <path>", "PlayFile <path>", "Command <id>", "GetInfo <code>",
-    // "SetVolume <v>", "JumpToTime <ms>". The discarded status query of every GetInfo is counted apart.
+    // "SetVolume <v>", "JumpToTime <ms>".
     QStringList calls;
-    int discardedStatusQueries = 0;
     QList<qint32> commands() const;
     QStringList playedFiles() const; // files handed over, in order
-    void clearLog() {
-        calls.clear();
-        discardedStatusQueries = 0;
-    }
+    void clearLog() { calls.clear(); }
 
     // Lets time pass: a playing song moves on and, at its end, the player goes to the next entry of
     // its own list or stops after the last one.
