@@ -106,6 +106,14 @@ QStringList makeSongs(const MpvTestPlayer& env) {
 }
 
 // Runs the event loop until the clock has seen every song change.
+// The link connects to a player it started in the background; the clock needs its socket.
+void startPlayer(MpvLink& link) {
+    link.StartWinamp(MpvTestPlayer::mpvPath());
+    const QDeadlineTimer deadline(10000);
+    while (!link.isConnected() && !deadline.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+}
+
 std::vector<double> waitForGaps(EventClock& clock) {
     const QDeadlineTimer deadline(60000);
     while (int(clock.gaps().size()) < kSongs - 1 && !deadline.hasExpired()) {
@@ -141,7 +149,7 @@ void BM_MpvOwnList(benchmark::State& state) {
         MpvTestPlayer env;
         const QStringList songs = makeSongs(env);
         MpvPlaybackRig starter(env.socketPath()); // only starts the player
-        starter.link.StartWinamp(MpvTestPlayer::mpvPath());
+        startPlayer(starter.link);
         EventClock clock(env.socketPath());
         MpvIpc ipc;
         ipc.connectTo(env.socketPath(), 1000);
@@ -160,7 +168,7 @@ void BM_ProgramSongChange(benchmark::State& state) {
         MpvTestPlayer env;
         const QStringList songs = makeSongs(env);
         MpvPlaybackRig r(env.socketPath());
-        r.link.StartWinamp(MpvTestPlayer::mpvPath());
+        startPlayer(r.link);
         EventClock clock(env.socketPath());
         r.setPlaylist(songs);
         r.monitor.tmrTime.start();

@@ -150,6 +150,9 @@ void TavoMP3PlayerMain::load() {
                 QStringLiteral("Bitte füllen Sie alle Felder aus und speichen die Einstellungen!"));
         } else {
             line = 10;
+            // A player that has to be started first is connected to in the background (MpvLink), so
+            // the window is not held back by it.
+            startPlayer();
             FBrowsePath->setText(UserMP3Directory);
             markRead(kSettings, QStringLiteral("UserMP3Directory"));
             if (playlistFile != QLatin1String("0") && !playlistFile.isEmpty()) {
@@ -178,14 +181,9 @@ void TavoMP3PlayerMain::load() {
         show();
         FPlaylist->setFocus();
         line = 15;
-        SetupSkins();
-        line = 16;
-        // The window is complete before the player is waited for: one that has to be started first
-        // takes its time, and the user sees the window meanwhile.
-        if (!SettingsIncomplete)
-            startPlayer();
-        line = 17;
         finishPlaybackLoad();
+        line = 17;
+        SetupSkins();
     });
     rememberUnreadSettings();
 }

@@ -3,6 +3,7 @@
 #include "base/Dialogs.h"
 #include "base/RuntimeError.h"
 #include "base/StatusLine.h"
+#include "player/PlayerProcess.h"
 #include "player/SocketFolder.h"
 #include "player/WinampMessages.h"
 
@@ -13,15 +14,9 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QTimer>
 #include <cmath>
-
-#ifdef Q_OS_UNIX
-#include <csignal>
-#include <unistd.h>
-#endif
 
 namespace {
 
@@ -60,49 +55,7 @@ void keepInterfaceAlive(int ms) {
         QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
 }
 
-void terminate(qint64 pid) {
-#ifdef Q_OS_UNIX
-    if (pid > 0)
-        ::kill(pid_t(pid), SIGTERM);
-#else
-    Q_UNUSED(pid);
-#endif
-}
-
-qint64 ownUid() {
-#ifdef Q_OS_UNIX
-    return qint64(::geteuid());
-#else
-    return -1;
-#endif
-}
-
 } // namespace
-
-bool MpvLink::processRunning(qint64 pid) {
-#ifdef Q_OS_UNIX
-    if (pid <= 0)
-        return true;
-    if (::kill(pid_t(pid), 0) != 0)
-        return false;
-    // An exited process that nobody reaped yet is a zombie: gone all the same.
-    QFile stat(QStringLiteral("/proc/%1/stat").arg(pid));
-    if (!stat.open(QIODevice::ReadOnly))
-        return true;
-    const QByteArray line = stat.readAll();
-    const qsizetype close = line.lastIndexOf(')');
-    if (close < 0 || line.mid(close + 2, 1) != "Z")
-        return true;
-    // The first thread is a zombie as soon as it has ended; the process holds its files (the
-    // player's end of the socket) until its last thread has ended too.
-    return QDir(QStringLiteral("/proc/%1/task").arg(pid))
-               .entryList(QDir::Dirs | QDir::NoDotAndDotDot)
-               .size() > 1;
-#else
-    Q_UNUSED(pid);
-    return true;
-#endif
-}
 
 MpvLink::MpvLink(StatusLine& status, Dialogs& dialogs, const QString& socketPath, QObject* parent)
     : PlayerLink(status, parent), m_dialogs(dialogs), m_socketPath(socketPath) {
@@ -110,6 +63,8 @@ MpvLink::MpvLink(StatusLine& status, Dialogs& dialogs, const QString& socketPath
     connect(&m_ipc, &MpvIpc::replied, this, &MpvLink::playerReplied);
     connect(&m_ipc, &MpvIpc::heard, this, &MpvLink::playerHeard);
     connect(&m_ipc, &MpvIpc::lost, this, [this] { lose(MpvIpc::Unreachable{MpvIpc::Failure::Lost}); });
+    m_startPoll.setInterval(10);
+    connect(&m_startPoll, &QTimer::timeout, this, [this] { pollStartedPlayer(); });
 }
 
 QString MpvLink::defaultSocketPath() {
@@ -208,7 +163,7 @@ bool MpvLink::connectOnce(int waitMs) {
         return false;
     // Song paths go only to a player of this user.
     const qint64 peer = m_ipc.peerUid();
-    if (peer >= 0 && peer != ownUid()) {
+    if (peer >= 0 && peer != PlayerProcess::ownUid()) {
         m_ipc.disconnect();
         throw RuntimeError(RuntimeError::PermissionDenied,
                            QStringLiteral("Player nicht verbunden: ") +
@@ -241,6 +196,43 @@ bool MpvLink::connectOnce(int waitMs) {
         m_ipc.disconnect();
         return false;
     }
+}
+
+bool MpvLink::pollStartedPlayer() {
+    if (!m_startingPid)
+        return m_connected;
+    try {
+        m_connected = connectOnce(20);
+        if (m_connected) {
+            // mpv answers before it has finished starting up, and a list handed over in that moment
+            // is played from its first entry when start-up ends, which it tells with its one "idle"
+            // event. Its state cannot tell (idle-active is true during start-up as well), and the
+            // event is not sent again to a link that connected after it, so nothing waits here: the
+            // first file handed over waits for it, within the bound, if it has not come by then.
+            // A player that already plays has started up.
+            m_startUp = m_state.idle ? QDeadlineTimer(kIdleEventWaitMs) : QDeadlineTimer();
+            m_cursor = -1;
+        } else if (m_startDeadline.hasExpired() || !PlayerProcess::running(m_startingPid)) {
+            // The classic wait ran until its 16-bit attempt counter overflowed; this one is bounded by
+            // time and ends early when the started program is gone, with the same report.
+            throw RuntimeError::overflow();
+        } else {
+            return false;
+        }
+    } catch (const RuntimeError& e) {
+        if (e.number() == RuntimeError::PermissionDenied)
+            m_status.setText(e.description() + QLatin1Char('.'));
+        else
+            ReportWinampError(e.description(), e.number());
+    }
+    m_startingPid = 0;
+    m_startPoll.stop();
+    return m_connected;
+}
+
+void MpvLink::awaitStartedPlayer() {
+    while (m_startingPid && !pollStartedPlayer())
+        keepInterfaceAlive(10);
 }
 
 void MpvLink::awaitStartUp() {
@@ -309,6 +301,8 @@ bool MpvLink::command(const QJsonArray& command) {
 void MpvLink::StartWinamp(const QString& path) {
     try {
         m_connected = false;
+        m_startingPid = 0;
+        m_startPoll.stop();
         if (m_socketPath.isEmpty()) {
             // No folder of ours to put the socket in: no player, and the user is told why.
             QString refusal;
@@ -321,32 +315,16 @@ void MpvLink::StartWinamp(const QString& path) {
             return;
         const bool exists = path.isEmpty() || QFileInfo::exists(path);
         if (exists && !path.isEmpty()) {
-            qint64 pid = 0;
-            QProcess player;
-            player.setProgram(path);
-            player.setArguments(playerArguments(m_socketPath));
-            // The player outlives this program; it must not hold on to our terminal or pipes.
-            player.setStandardInputFile(QProcess::nullDevice());
-            player.setStandardOutputFile(QProcess::nullDevice());
-            player.setStandardErrorFile(QProcess::nullDevice());
-            if (!player.startDetached(&pid))
+            const qint64 pid = PlayerProcess::startDetached(path, playerArguments(m_socketPath));
+            if (!pid)
                 throw RuntimeError(RuntimeError::FileNotFound, QStringLiteral("Datei nicht gefunden"));
-            // The classic wait ran until its 16-bit attempt counter overflowed; this one is bounded by
-            // time and ends early when the started program is gone, with the same report.
-            const QDeadlineTimer deadline(startWaitMs);
-            while (!(m_connected = connectOnce(50))) {
-                if (deadline.hasExpired() || !processRunning(pid))
-                    throw RuntimeError::overflow();
-                keepInterfaceAlive(10);
-            }
-            // mpv answers before it has finished starting up, and a list handed over in that moment
-            // is played from its first entry when start-up ends, which it tells with its one "idle"
-            // event. Its state cannot tell (idle-active is true during start-up as well), and the
-            // event is not sent again to a link that connected after it, so nothing waits here: the
-            // first file handed over waits for it, within the bound, if it has not come by then.
-            // A player that already plays has started up.
-            m_startUp = m_state.idle ? QDeadlineTimer(kIdleEventWaitMs) : QDeadlineTimer();
-            m_cursor = -1;
+            // mpv opens its socket a few hundred milliseconds after it was started. The load goes on
+            // meanwhile (the window appears as fast as with a running player) and the link connects
+            // in the background; whatever has to reach the player waits for it (awaitStartedPlayer).
+            // Until then the player counts as not there yet, as the classic window that was not found.
+            m_startingPid = pid;
+            m_startDeadline = QDeadlineTimer(startWaitMs);
+            m_startPoll.start();
         } else if (!exists) {
             m_dialogs.message(
                 QStringLiteral("The winamp path provided is incorrect.  Please specify a correct path"));
@@ -360,6 +338,7 @@ void MpvLink::StartWinamp(const QString& path) {
 }
 
 qint32 MpvLink::WinampSetVolume(quint8 volume) {
+    awaitStartedPlayer();
     if (!m_connected)
         return 0;
     try {
@@ -372,6 +351,7 @@ qint32 MpvLink::WinampSetVolume(quint8 volume) {
 
 qint32 MpvLink::WinampJumpToTime(qint32 seconds, qint32 milliseconds) {
     const qint64 ms = WinampMessages::jumpToTime(seconds, milliseconds).wParam;
+    awaitStartedPlayer();
     if (!m_connected)
         return 0;
     try {
@@ -392,6 +372,7 @@ void MpvLink::WinampPlayFile(const QString& path) {
     QString file = path;
     if (file.endsWith(QLatin1Char('/')) || file.endsWith(QDir::separator()))
         file.chop(1);
+    awaitStartedPlayer();
     if (!m_connected)
         return;
     try {
@@ -404,6 +385,7 @@ void MpvLink::WinampPlayFile(const QString& path) {
 }
 
 void MpvLink::WinampCommand(qint32 commandId) {
+    awaitStartedPlayer();
     if (!m_connected)
         return;
     try {
@@ -415,7 +397,7 @@ void MpvLink::WinampCommand(qint32 commandId) {
             // A player that hangs would read the quit only after it failed to write to a closed
             // connection, and then never: it gets the polite signal instead, which waits for it.
             if (!m_ipc.waitUntil([this] { return !m_ipc.isConnected(); }, kQuitWaitMs))
-                terminate(m_playerPid);
+                PlayerProcess::terminate(m_playerPid);
             m_ipc.disconnect();
             break;
         case PlayCommand: {

@@ -7,6 +7,7 @@
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QHash>
+#include <QTimer>
 #include <optional>
 
 class Dialogs;
@@ -49,8 +50,6 @@ public:
     static double mpvVolume(quint8 volume);
     // "mpv 0.35.1" -> 0x0035, in the shape of the classic version number (0x2095 for 2.95).
     static qint32 versionNumber(const QString& mpvVersion);
-    // Whether a process still runs (an exited one that was not reaped yet does not); true if unknown.
-    static bool processRunning(qint64 pid);
 
 private:
     // What mpv last said about itself.
@@ -77,6 +76,11 @@ private:
     void playerEvent(const QJsonObject& event);
     void playerReplied(qint64 id, bool ok);
     void playerHeard();
+    // A player this link started: one attempt to connect to it; true once connected. Reports and
+    // gives up when it does not answer in time or its process has ended.
+    bool pollStartedPlayer();
+    // Whatever has to reach the player waits until a player this link started answers.
+    void awaitStartedPlayer();
     // A player this link started may still be starting up: wait for its "idle" event, bounded.
     void awaitStartUp();
     // A request went unanswered: keep the link and wait for the player to go on.
@@ -104,6 +108,10 @@ private:
     // The request of the last Play and when mpv confirmed it.
     qint64 m_playRequest = 0;
     QElapsedTimer m_playConfirmed;
+    // A player this link started and is connecting to in the background; 0 = none.
+    qint64 m_startingPid = 0;
+    QDeadlineTimer m_startDeadline;
+    QTimer m_startPoll;
     // Until when a started player may still be starting up; expired (or never set) when it is not.
     QDeadlineTimer m_startUp;
     WinampTitle m_title;

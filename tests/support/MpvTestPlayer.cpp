@@ -2,6 +2,7 @@
 
 #include "player/MpvIpc.h"
 #include "player/MpvLink.h"
+#include "player/PlayerProcess.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -51,7 +52,7 @@ qint64 MpvTestPlayer::pid() const {
 }
 
 bool MpvTestPlayer::alive(qint64 pid) {
-    return pid > 0 && MpvLink::processRunning(pid);
+    return pid > 0 && PlayerProcess::running(pid);
 }
 
 bool MpvTestPlayer::kill(qint64 pid) {
