@@ -17,6 +17,8 @@
 #include <QSlider>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 // Ordinary paths that used to end the program or throw the user's work away, driven through the
 // window, its timers and its controls.
 class tst_MainFailures : public QObject {
@@ -32,9 +34,9 @@ private slots:
     // The pick raises inside the monitor's tick; the tick reports it once and the program goes on.
     void tickReportsAFailingPickOnceAndGoesOn_data() {
         QTest::addColumn<QString>("scenario");
-        QTest::newRow("second playlist shown while empty") << "playlist2";
-        QTest::newRow("every entry deleted under the song") << "delete all";
-        QTest::newRow("started with play, a line without a digit") << "play word";
+        QTest::newRow("second playlist shown while empty") << u"playlist2"_s;
+        QTest::newRow("every entry deleted under the song") << u"delete all"_s;
+        QTest::newRow("started with play, a line without a digit") << u"play word"_s;
     }
     void tickReportsAFailingPickOnceAndGoesOn() {
         QFETCH(QString, scenario);
@@ -158,9 +160,9 @@ private slots:
     // Questions whose answer Yes overwrites or deletes something have Cancel as their default.
     void riskyQuestionsDefaultToCancel_data() {
         QTest::addColumn<QString>("question");
-        QTest::newRow("priority report") << "Die Liedprioritätsreport";
-        QTest::newRow("bitrate report") << "Die Analyse kann";
-        QTest::newRow("preset delete") << "Möchten Sie das Preset";
+        QTest::newRow("priority report") << u"Die Liedprioritätsreport"_s;
+        QTest::newRow("bitrate report") << u"Die Analyse kann"_s;
+        QTest::newRow("preset delete") << u"Möchten Sie das Preset"_s;
     }
     void riskyQuestionsDefaultToCancel() {
         QFETCH(QString, question);
@@ -184,8 +186,8 @@ private slots:
     void positionKnobLetGoBeyondTheTrackStaysInTheSong_data() {
         QTest::addColumn<int>("x");
         QTest::addColumn<QString>("jump");
-        QTest::newRow("left of the start") << -40 << "JumpToTime 0";
-        QTest::newRow("right of the end") << 4000 << "JumpToTime 180000";
+        QTest::newRow("left of the start") << -40 << u"JumpToTime 0"_s;
+        QTest::newRow("right of the end") << 4000 << u"JumpToTime 180000"_s;
     }
     void positionKnobLetGoBeyondTheTrackStaysInTheSong() {
         QFETCH(int, x);

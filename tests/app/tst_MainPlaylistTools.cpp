@@ -13,6 +13,8 @@
 #include <QRadioButton>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 // The main window's controls for building, priorities, deleting and the quick search.
 class tst_MainPlaylistTools : public QObject {
     Q_OBJECT
@@ -66,12 +68,12 @@ private slots:
         QTest::addColumn<QString>("control"); // "frame", "context" or "tray"
         QTest::addColumn<int>("index");       // FPrio index, or menu index
         QTest::addColumn<QString>("caption"); // of the menu entry
-        QTest::newRow("FPrio(0)") << "frame" << 0 << "0";
-        QTest::newRow("FPrio(3)") << "frame" << 3 << "3";
-        QTest::newRow("context 5") << "context" << 0 << "&5 = normal";
-        QTest::newRow("context 0") << "context" << 5 << "&0 = nie";
-        QTest::newRow("tray 2") << "tray" << 3 << "&2 = selten";
-        QTest::newRow("tray 0") << "tray" << 5 << "&0 = nie";
+        QTest::newRow("FPrio(0)") << u"frame"_s << 0 << u"0"_s;
+        QTest::newRow("FPrio(3)") << u"frame"_s << 3 << u"3"_s;
+        QTest::newRow("context 5") << u"context"_s << 0 << u"&5 = normal"_s;
+        QTest::newRow("context 0") << u"context"_s << 5 << u"&0 = nie"_s;
+        QTest::newRow("tray 2") << u"tray"_s << 3 << u"&2 = selten"_s;
+        QTest::newRow("tray 0") << u"tray"_s << 5 << u"&0 = nie"_s;
     }
     void priorityButtonsAndMenus() {
         QFETCH(QString, control);
@@ -108,9 +110,9 @@ private slots:
         QTest::addColumn<QString>("status");
         QTest::newRow("delete two") << QList<int>{0, 2} << int(Qt::Key_Delete) << 0
                                     << QStringList{"1. Waterloo", "2. Song"} << QList<int>{}
-                                    << "2 Einträge gelöscht!";
-        QTest::newRow("delete nothing")
-            << QList<int>{} << int(Qt::Key_Delete) << 0 << m_built << QList<int>{} << "0 Einträge gelöscht!";
+                                    << u"2 Einträge gelöscht!"_s;
+        QTest::newRow("delete nothing") << QList<int>{} << int(Qt::Key_Delete) << 0 << m_built << QList<int>{}
+                                        << u"0 Einträge gelöscht!"_s;
         QTest::newRow("ctrl+a") << QList<int>{1} << int(Qt::Key_A) << int(Qt::ControlModifier) << m_built
                                 << QList<int>{0, 1, 2, 3} << QString();
     }
@@ -139,14 +141,13 @@ private slots:
         QTest::addColumn<QString>("how");
         QTest::addColumn<QList<int>>("marked");
         QTest::addColumn<QString>("found"); // file named in the status; empty: status unchanged
-        QTest::newRow("album by the OK button") << int(Qt::Key_H) << "its"
-                                                << "ok" << QList<int>{3} << "Greatest Hits/Song.mp3";
-        QTest::newRow("album by Enter on the option") << int(Qt::Key_H) << "its"
-                                                      << "enter" << QList<int>{3} << "Greatest Hits/Song.mp3";
-        QTest::newRow("escape in the options") << int(Qt::Key_7) << ""
-                                               << "escape" << QList<int>{} << "";
-        QTest::newRow("cancel button") << int(Qt::Key_J) << ""
-                                       << "cancel" << QList<int>{} << "";
+        QTest::newRow("album by the OK button")
+            << int(Qt::Key_H) << u"its"_s << u"ok"_s << QList<int>{3} << u"Greatest Hits/Song.mp3"_s;
+        QTest::newRow("album by Enter on the option")
+            << int(Qt::Key_H) << u"its"_s << u"enter"_s << QList<int>{3} << u"Greatest Hits/Song.mp3"_s;
+        QTest::newRow("escape in the options")
+            << int(Qt::Key_7) << u""_s << u"escape"_s << QList<int>{} << u""_s;
+        QTest::newRow("cancel button") << int(Qt::Key_J) << u""_s << u"cancel"_s << QList<int>{} << u""_s;
     }
     void quickSearchFromTheList() {
         QFETCH(int, key);

@@ -11,6 +11,8 @@
 #include <QSlider>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 // Start-up from the stored settings and the close: what is read, what is written back, the prompt.
 class tst_MainWindow : public QObject {
     Q_OBJECT
@@ -76,24 +78,16 @@ private slots:
         QTest::addColumn<bool>("playWord");
         QTest::addColumn<bool>("incomplete");
         QTest::addColumn<int>("playMode");
-        QTest::newRow("nothing stored") << "-"
-                                        << "-" << 3 << true << true << 0;
-        QTest::newRow("no player") << "-"
-                                   << "/m" << 3 << true << true << 0;
-        QTest::newRow("player never configured") << "0"
-                                                 << "/m" << 3 << true << true << 0;
-        QTest::newRow("folders never configured") << "/usr/bin/mpv"
-                                                  << "0" << 3 << true << true << 0;
-        QTest::newRow("folders empty") << "/usr/bin/mpv"
-                                       << "" << 3 << true << true << 0;
-        QTest::newRow("empty player path is accepted") << ""
-                                                       << "/m" << 3 << false << false << 0;
-        QTest::newRow("play, list, complete") << "/usr/bin/mpv"
-                                              << "/m\r\n/n" << 3 << true << false << 1;
-        QTest::newRow("without the word") << "/usr/bin/mpv"
-                                          << "/m" << 3 << false << false << 0;
-        QTest::newRow("empty list") << "/usr/bin/mpv"
-                                    << "/m" << 0 << true << false << 0;
+        QTest::newRow("nothing stored") << u"-"_s << u"-"_s << 3 << true << true << 0;
+        QTest::newRow("no player") << u"-"_s << u"/m"_s << 3 << true << true << 0;
+        QTest::newRow("player never configured") << u"0"_s << u"/m"_s << 3 << true << true << 0;
+        QTest::newRow("folders never configured") << u"/usr/bin/mpv"_s << u"0"_s << 3 << true << true << 0;
+        QTest::newRow("folders empty") << u"/usr/bin/mpv"_s << u""_s << 3 << true << true << 0;
+        QTest::newRow("empty player path is accepted") << u""_s << u"/m"_s << 3 << false << false << 0;
+        QTest::newRow("play, list, complete")
+            << u"/usr/bin/mpv"_s << u"/m\r\n/n"_s << 3 << true << false << 1;
+        QTest::newRow("without the word") << u"/usr/bin/mpv"_s << u"/m"_s << 3 << false << false << 0;
+        QTest::newRow("empty list") << u"/usr/bin/mpv"_s << u"/m"_s << 0 << true << false << 0;
     }
     void startUpFromTheStoredSettings() {
         QFETCH(QString, winampPath);
@@ -182,14 +176,12 @@ private slots:
         const QString overflow = "Fehler in Player Form Load in Zeile 7: Überlauf";
         const QString mismatch = "Fehler in Player Form Load in Zeile 7: Typen unverträglich";
         QTest::newRow("nothing damaged") << QString() << QString() << QString() << -1;
-        QTest::newRow("volume out of range") << "Settings/Volume"
-                                             << "300" << overflow << -1;
-        QTest::newRow("position not a number") << "Settings/CurrentPlaylistPosition"
-                                               << "abc" << mismatch << -1;
-        QTest::newRow("history slot not a number") << "PreviousSongs/Prev03"
-                                                   << "abc" << mismatch << -1;
-        QTest::newRow("volume damaged, then moved by the user") << "Settings/Volume"
-                                                                << "300" << overflow << 100;
+        QTest::newRow("volume out of range") << u"Settings/Volume"_s << u"300"_s << overflow << -1;
+        QTest::newRow("position not a number")
+            << u"Settings/CurrentPlaylistPosition"_s << u"abc"_s << mismatch << -1;
+        QTest::newRow("history slot not a number") << u"PreviousSongs/Prev03"_s << u"abc"_s << mismatch << -1;
+        QTest::newRow("volume damaged, then moved by the user")
+            << u"Settings/Volume"_s << u"300"_s << overflow << 100;
     }
     void closeWritesBackOnlyWhatTheLoadRead() {
         QFETCH(QString, key);

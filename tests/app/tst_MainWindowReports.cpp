@@ -1,20 +1,14 @@
 // The report buttons and the mini diagram on the main window, driven like a user would.
-#include "app/TavoMP3PlayerMain.h"
-#include "appearance/Rgb.h"
-#include "playlist/PlaylistFile.h"
+#include "support/MainWindowRig.h"
 #include "support/Mp3Synth.h"
-#include "support/TestServices.h"
-#include "ui/SkinControl.h"
 #include "ui/TavoxMiniDiagram.h"
 
 #include <QKeyEvent>
-#include <QLabel>
-#include <QListView>
 #include <QLocale>
 #include <QMouseEvent>
-#include <QPushButton>
-#include <QTemporaryDir>
 #include <QtTest>
+
+using namespace Qt::StringLiterals;
 
 class tst_MainWindowReports : public QObject {
     Q_OBJECT
@@ -22,17 +16,11 @@ class tst_MainWindowReports : public QObject {
     QTemporaryDir m_dir;
     QStringList m_songs; // 101 playlist lines of synthesized files
 
-    void loadPlaylist(TestServices& t, TavoMP3PlayerMain& w, const QStringList& lines) {
-        const QString file = m_dir.filePath(QStringLiteral("liste.txt"));
-        PlaylistFile::writeLines(file, lines);
-        t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("PlaylistFile"), file);
-        // Without a player path and music folders start-up would only open the settings window.
-        t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("WinampPath"),
-                               QStringLiteral("/usr/bin/mpv"));
-        t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("UserMP3Directory"), m_dir.path());
-        w.BitrateReportPath = m_dir.filePath(QStringLiteral("MP3Info.txt"));
-        w.PriorityReportPath = m_dir.filePath(QStringLiteral("MP3Prio.txt"));
-        w.load();
+    // A loaded window on these lines whose reports go to the test's folder.
+    void load(MainWindowRig& r, const QStringList& lines) {
+        r.w.BitrateReportPath = m_dir.filePath(QStringLiteral("MP3Info.txt"));
+        r.w.PriorityReportPath = m_dir.filePath(QStringLiteral("MP3Prio.txt"));
+        r.load(lines);
     }
 
     static QByteArray readAll(const QString& path) {
@@ -58,64 +46,53 @@ private slots:
         }
     }
 
-    void controlsAreThere() {
-        TestServices t;
-        TavoMP3PlayerMain w(t.services);
-        w.load();
-        QCOMPARE(w.BReportPrio->label(), QStringLiteral("Liedprio Report"));
-        QCOMPARE(w.BReportBitrate->label(), QStringLiteral("Bitrate Report"));
-        QVERIFY(w.MP3InfoAvailable);
-        QVERIFY(w.BReportBitrate->isVisible());
-        QVERIFY(w.TavoxMiniDiagram1->isVisible());
-        QCOMPARE(w.TavoxMiniDiagram1->objectName(), QStringLiteral("TavoxMiniDiagram1"));
+    // Each report button asks first, then writes its report over the playlist and tells so.
+    void reportButtons_data() {
+        QTest::addColumn<bool>("bitrate");
+        QTest::addColumn<int>("lines");
+        QTest::addColumn<QString>("first");
+        QTest::addColumn<QString>("second");
+        QTest::addColumn<QString>("progress");
+        QTest::addColumn<QString>("status");
+        QTest::newRow("priorities 0..3 of i % 6")
+            << false << 68 << u"Lied 000.mp3 - 0"_s << u"Lied 001.mp3 - 1"_s << u"100/100"_s
+            << u"MP3Prio Report fertig. Benötigte Zeit: "_s;
+        QTest::newRow("bitrate: CBR, then VBR")
+            << true << 101 << u"Ret: 0   BitRate: 128000 bps   VBR: 0   Playtime: 10 s    Zeit: "_s
+            << u" bps   VBR: 1   Playtime: 13 s    Zeit: "_s << u"100/100 - Zeit akt. Lied: "_s
+            << u"Bitrate Report fertig. Benötigte Zeit: "_s;
     }
-
-    void displayColoursReachTheDiagram() {
-        TestServices t;
-        TavoMP3PlayerMain w(t.services);
-        w.SetColorDisplayTextBright(Rgb::make(250, 200, 10));
-        w.SetColorDisplayBackground(Rgb::make(0, 0, 80));
-        QCOMPARE(w.TavoxMiniDiagram1->textColor(), QColor(250, 200, 10));
-        QCOMPARE(w.TavoxMiniDiagram1->backgroundColor(), QColor(0, 0, 80));
-    }
-
-    void priorityReportFromTheButton() {
-        TestServices t;
-        TavoMP3PlayerMain w(t.services);
-        loadPlaylist(t, w, m_songs);
-        t.dialogs.answers = {Dialogs::Answer::Yes};
-        QTest::mouseClick(w.BReportPrio, Qt::LeftButton);
-        QCOMPARE(t.dialogs.questions.size(), 1);
-        const QList<QByteArray> lines = readAll(w.PriorityReportPath).split('\n');
-        QCOMPARE(lines.size(), 68 + 1); // priorities 0..3 of i % 6 over 101 songs
-        QVERIFY(lines.first().endsWith("Lied 000.mp3 - 0\r"));
-        QCOMPARE(w.FTest->text(), QStringLiteral("100/100"));
-        QVERIFY(w.FStatus->text().startsWith(QStringLiteral("MP3Prio Report fertig. Benötigte Zeit: ")));
-    }
-
-    void bitrateReportFromTheButton() {
-        TestServices t;
-        TavoMP3PlayerMain w(t.services);
-        loadPlaylist(t, w, m_songs);
-        t.dialogs.answers = {Dialogs::Answer::Yes};
-        QTest::mouseClick(w.BReportBitrate, Qt::LeftButton);
-        QCOMPARE(t.dialogs.questions.size(), 1);
-        QVERIFY(t.dialogs.questions.first().text.contains(w.BitrateReportPath +
-                                                          QStringLiteral(" abgespeichert.")));
-        const QList<QByteArray> lines = readAll(w.BitrateReportPath).split('\n');
-        QCOMPARE(lines.size(), 102);
-        QVERIFY(lines.at(0).startsWith("Ret: 0   BitRate: 128000 bps   VBR: 0   Playtime: 10 s    Zeit: "));
-        QVERIFY(lines.at(1).startsWith("Ret: 0   BitRate: "));
-        QVERIFY(lines.at(1).contains(" bps   VBR: 1   Playtime: 13 s    Zeit: "));
-        QVERIFY(w.FTest->text().startsWith(QStringLiteral("100/100 - Zeit akt. Lied: ")));
-        QVERIFY(w.FStatus->text().startsWith(QStringLiteral("Bitrate Report fertig. Benötigte Zeit: ")));
+    void reportButtons() {
+        QFETCH(bool, bitrate);
+        QFETCH(int, lines);
+        QFETCH(QString, first);
+        QFETCH(QString, second);
+        QFETCH(QString, progress);
+        QFETCH(QString, status);
+        MainWindowRig r;
+        load(r, m_songs);
+        TavoMP3PlayerMain& w = r.w;
+        ScriptedDialogs& d = r.t.dialogs;
+        d.answers = {Dialogs::Answer::Yes};
+        QTest::mouseClick(bitrate ? w.BReportBitrate : w.BReportPrio, Qt::LeftButton);
+        QCOMPARE(d.questions.size(), 1);
+        const QString path = bitrate ? w.BitrateReportPath : w.PriorityReportPath;
+        if (bitrate)
+            QVERIFY(d.questions.first().text.contains(path + QStringLiteral(" abgespeichert.")));
+        const QStringList written = QString::fromUtf8(readAll(path)).split(QStringLiteral("\r\n"));
+        QCOMPARE(written.size(), lines + 1);
+        QVERIFY2(written.at(0).contains(first), qPrintable(written.at(0)));
+        QVERIFY2(written.at(1).contains(second), qPrintable(written.at(1)));
+        QVERIFY(w.FTest->text().startsWith(progress));
+        QVERIFY(w.FStatus->text().startsWith(status));
     }
 
     void escapeStopsTheBitrateReportAndClicksWait() {
-        TestServices t;
-        TavoMP3PlayerMain w(t.services);
-        loadPlaylist(t, w, m_songs);
-        t.dialogs.answers = {Dialogs::Answer::Yes, Dialogs::Answer::Yes};
+        MainWindowRig r;
+        load(r, m_songs);
+        TavoMP3PlayerMain& w = r.w;
+        ScriptedDialogs& d = r.t.dialogs;
+        d.answers = {Dialogs::Answer::Yes, Dialogs::Answer::Yes};
         // Pending when the run starts: Esc pressed on the list, and a click on the other report
         // button that must not start a second report inside the first.
         QCoreApplication::postEvent(w.FPlaylist,
@@ -128,30 +105,31 @@ private slots:
                                     new QMouseEvent(QEvent::MouseButtonRelease, centre, centre,
                                                     Qt::LeftButton, Qt::NoButton, Qt::NoModifier));
         QTest::mouseClick(w.BReportBitrate, Qt::LeftButton);
-        QCOMPARE(t.dialogs.questions.size(), 2);
-        QCOMPARE(t.dialogs.questions.at(1).text,
-                 QStringLiteral("Möchten Sie den Bitratereport wirklich abbrechen?"));
+        QCOMPARE(d.questions.size(), 2);
+        QCOMPARE(d.questions.at(1).text, QStringLiteral("Möchten Sie den Bitratereport wirklich abbrechen?"));
         QCOMPARE(w.FStatus->text(), QStringLiteral("Bitratereport abgebrochen."));
         QCOMPARE(readAll(w.BitrateReportPath).count("\r\n"), 1);
         QCoreApplication::processEvents();
-        QCOMPARE(t.dialogs.questions.size(), 2);
+        QCOMPARE(d.questions.size(), 2);
     }
 
     void shortPlaylistShowsTheErrorMessage() {
-        TestServices t;
-        TavoMP3PlayerMain w(t.services);
-        loadPlaylist(t, w, m_songs.mid(0, 2));
+        MainWindowRig r;
+        load(r, m_songs.mid(0, 2));
+        TavoMP3PlayerMain& w = r.w;
+        ScriptedDialogs& d = r.t.dialogs;
         QTest::mouseClick(w.BReportBitrate, Qt::LeftButton);
-        QCOMPARE(t.dialogs.messageTexts(),
+        QCOMPARE(d.messageTexts(),
                  QStringList{QStringLiteral(
                      "Fehler in BReportBitrate_Click in Zeile 1: Index außerhalb des gültigen Bereichs")});
         QVERIFY(w.isVisible());
     }
 
     void clickedSongShowsItsHistogram() {
-        TestServices t;
-        TavoMP3PlayerMain w(t.services);
-        loadPlaylist(t, w, m_songs);
+        MainWindowRig r;
+        load(r, m_songs);
+        TavoMP3PlayerMain& w = r.w;
+        ScriptedDialogs& d = r.t.dialogs;
         auto click = [&w](int row) {
             const QRect r = w.FPlaylist->visualRect(w.FPlaylist->model()->index(row, 0));
             QTest::mouseClick(w.FPlaylist->viewport(), Qt::LeftButton, Qt::NoModifier, r.center());
@@ -166,10 +144,7 @@ private slots:
             full += w.TavoxMiniDiagram1->lineEnd(i) == 1320 ? 1 : 0;
         }
         QVERIFY(full >= 1);
-        if (!qEnvironmentVariableIsEmpty("TAVO_SCREENSHOT_DIR"))
-            w.grab().save(qEnvironmentVariable("TAVO_SCREENSHOT_DIR") +
-                          QStringLiteral("/MainWindowReports.png"));
-        QVERIFY(t.dialogs.questions.isEmpty());
+        QVERIFY(d.questions.isEmpty());
     }
 };
 

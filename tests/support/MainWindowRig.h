@@ -41,12 +41,13 @@ struct MainWindowRig {
         return file;
     }
     // The player and the music folders set (without them start-up only opens the settings window),
-    // the playlist file holding these lines, and the window loaded.
-    QString load(const QStringList& lines) {
-        const QString file = writeList(lines);
+    // a playlist file of these lines unless there are none, and the window loaded.
+    QString load(const QStringList& lines = {}) {
         setting("WinampPath", QStringLiteral("/usr/bin/mpv"));
         setting("UserMP3Directory", dir.path());
-        setting("PlaylistFile", file);
+        const QString file = lines.isEmpty() ? QString() : writeList(lines);
+        if (!file.isEmpty())
+            setting("PlaylistFile", file);
         w.load();
         return file;
     }
