@@ -28,6 +28,13 @@ class tst_MainFailures : public QObject {
         return {"/m/Alpha.mp3:" + firstDigit, "/m/Beta.mp3:5", "/m/Gamma.mp3:5"};
     }
 
+    // Alpha plays, and a tick of the monitor has told the display and the sliders about it.
+    static void playFirst(MainWindowRig& r) {
+        r.load(songs());
+        r.play(0);
+        r.w.playback().tmrTimeTick();
+    }
+
 private slots:
     void cleanup() { AppGlobals::PlayOnStart = false; }
 
@@ -193,9 +200,7 @@ private slots:
         QFETCH(int, x);
         QFETCH(QString, jump);
         MainWindowRig r;
-        r.load(songs());
-        r.play(0);
-        r.w.playback().tmrTimeTick(); // the slider learns the song's length
+        playFirst(r);
         r.player.clearLog();
         QTest::mousePress(r.w.TavoSlider1, Qt::LeftButton, {}, QPoint(10, 5));
         QTest::mouseRelease(r.w.TavoSlider1, Qt::LeftButton, {}, QPoint(x, 5));
@@ -205,9 +210,7 @@ private slots:
     // A click into the volume slider's groove moves the volume and gives the title back on release.
     void volumeClickInTheGrooveRestoresTheTitle() {
         MainWindowRig r;
-        r.load(songs());
-        r.play(0);
-        r.w.playback().tmrTimeTick();
+        playFirst(r);
         QCOMPARE(r.w.lblTrackName->text(), "Alpha");
         {
             const QSignalBlocker quiet(r.w.sldVol);
