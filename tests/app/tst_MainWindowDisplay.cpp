@@ -79,30 +79,8 @@ private slots:
         QVERIFY(r.w.settingsWindow()->FStatus->palette().color(QPalette::Window) != QColor(106, 125, 192));
     }
 
-    void indicatorsSplitBrightAndDark_data() {
-        QTest::addColumn<bool>("shuffle");
-        QTest::addColumn<bool>("repeat");
-        QTest::addColumn<bool>("autocue");
-        QTest::newRow("all off") << false << false << false;
-        QTest::newRow("shuffle on") << true << false << false;
-        QTest::newRow("repeat and autocue on") << false << true << true;
-    }
-    void indicatorsSplitBrightAndDark() {
-        QFETCH(bool, shuffle);
-        QFETCH(bool, repeat);
-        QFETCH(bool, autocue);
-        MainWindowRig r;
-        r.w.ShuffleOn = shuffle;
-        r.w.RepeatOn = repeat;
-        r.w.AutoCueOn = autocue;
-        r.w.SetColorDisplayTextBright(Rgb{250, 1, 2});
-        r.w.SetColorDisplayTextDark(Rgb{3, 4, 150});
-        auto expected = [&](bool on) { return on ? QColor(250, 1, 2) : QColor(3, 4, 150); };
-        QCOMPARE(text(r.w.lblShuffle), expected(shuffle));
-        QCOMPARE(text(r.w.lblRepeat), expected(repeat));
-        QCOMPARE(text(r.w.LAutoCue), expected(autocue));
-    }
-
+    // Indicators of a mode that is on take the bright display text, the others the dark one; after a
+    // toggle the fixed greens, on the toggled indicators only.
     void updateColorsUsesTheFixedGreensAfterAPresetLoad() {
         MainWindowRig r;
         r.setting("ActivePreset", "4");
@@ -114,11 +92,17 @@ private slots:
         r.w.settingsWindow()->LoadPreset("4", "LoadPresetClick");
         QCOMPARE(text(r.w.lblShuffle), QColor(255, 0, 0));
         QCOMPARE(text(r.w.LAutoCue), QColor(100, 0, 0));
+        r.w.RepeatOn = true;
+        r.w.SetColorDisplayTextBright(Rgb{250, 1, 2});
+        QCOMPARE(text(r.w.lblRepeat), QColor(250, 1, 2));
+        QCOMPARE(text(r.w.LAutoCue), QColor(100, 0, 0));
+        r.w.RepeatOn = false;
+        r.w.SetColorDisplayTextDark(Rgb{3, 4, 150});
         r.w.ShuffleOn = false; // the toggle, as the transport does it
         r.w.UpdateColors();
         QCOMPARE(text(r.w.lblShuffle), QColor(0, 64, 0));
         QCOMPARE(text(r.w.LAutoCue), QColor(0, 64, 0));
-        QCOMPARE(text(r.w.lblRepeat), QColor(100, 0, 0)); // not touched
+        QCOMPARE(text(r.w.lblRepeat), QColor(3, 4, 150)); // not touched
         r.w.ShuffleOn = true;
         r.w.UpdateColors();
         QCOMPARE(text(r.w.lblShuffle), QColor(0, 192, 0));
@@ -158,6 +142,7 @@ private slots:
         hidden->SliderRed->setValue(90);
         QCOMPARE(face(r.w.centralWidget()), QColor(90, 38, 38));
     }
+
     void initTestCase() {
         QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
         using namespace Mp3Synth;
@@ -245,20 +230,17 @@ private slots:
     void shortPlaylistShowsTheErrorMessage() {
         MainWindowRig r;
         load(r, m_songs.mid(0, 2));
-        TavoMP3PlayerMain& w = r.w;
-        ScriptedDialogs& d = r.t.dialogs;
-        QTest::mouseClick(w.BReportBitrate, Qt::LeftButton);
-        QCOMPARE(d.messageTexts(),
+        QTest::mouseClick(r.w.BReportBitrate, Qt::LeftButton);
+        QCOMPARE(r.t.dialogs.messageTexts(),
                  QStringList{QStringLiteral(
                      "Fehler in BReportBitrate_Click in Zeile 1: Index außerhalb des gültigen Bereichs")});
-        QVERIFY(w.isVisible());
+        QVERIFY(r.w.isVisible());
     }
 
     void clickedSongShowsItsHistogram() {
         MainWindowRig r;
         load(r, m_songs);
         TavoMP3PlayerMain& w = r.w;
-        ScriptedDialogs& d = r.t.dialogs;
         auto click = [&w](int row) {
             const QRect r = w.FPlaylist->visualRect(w.FPlaylist->model()->index(row, 0));
             QTest::mouseClick(w.FPlaylist->viewport(), Qt::LeftButton, Qt::NoModifier, r.center());
@@ -273,7 +255,7 @@ private slots:
             full += w.TavoxMiniDiagram1->lineEnd(i) == 1320 ? 1 : 0;
         }
         QVERIFY(full >= 1);
-        QVERIFY(d.questions.isEmpty());
+        QVERIFY(r.t.dialogs.questions.isEmpty());
     }
 };
 

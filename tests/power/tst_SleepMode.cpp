@@ -18,35 +18,6 @@ class tst_SleepMode : public QObject {
     ScriptedDialogs m_dialogs;
 
 private slots:
-    void countdownTicksToShutdown_data() {
-        QTest::addColumn<QString>("choice");
-        QTest::addColumn<int>("minutes");
-        QTest::newRow("1 min") << u"1 min"_s << 1;
-        QTest::newRow("5 min") << u"5 min"_s << 5;
-        QTest::newRow("20 min") << u"20 min"_s << 20;
-        QTest::newRow("60 min") << u"60 min"_s << 60;
-    }
-    void countdownTicksToShutdown() {
-        QFETCH(QString, choice);
-        QFETCH(int, minutes);
-        SleepMode sleep(m_dialogs);
-        QSignalSpy shutdown(&sleep, &SleepMode::shutdownRequested);
-        sleep.FSleepmodeClick(true, choice);
-        QVERIFY(sleep.TimerSleepmode.isActive());
-        QCOMPARE(sleep.TimerSleepmode.interval(), 60000);
-        for (int tick = 1; tick < minutes; ++tick) {
-            QCOMPARE(sleep.LSleepmode(), QStringLiteral("Herunterfahren in %1 min").arg(minutes - tick + 1));
-            sleep.TimerSleepmodeTimer();
-            QCOMPARE(shutdown.count(), 0);
-        }
-        QCOMPARE(sleep.LSleepmode(), "Herunterfahren in 1 min");
-        sleep.TimerSleepmodeTimer();
-        QCOMPARE(shutdown.count(), 1);
-        QVERIFY(!sleep.TimerSleepmode.isActive());
-        QCOMPARE(sleep.LSleepmode(), "Herunterfahren in 1 min"); // last text stays
-        QCOMPARE(sleep.SleepMinutesElapsed, quint8(0));
-    }
-
     // What a choice or a click on the box does while the countdown runs (armed) or not.
     void choicesAndClicks_data() {
         QTest::addColumn<bool>("armed");     // by a click on "5 min", then a minute passed
@@ -93,15 +64,19 @@ private slots:
         QCOMPARE(sleep.SleepTimeChoice, remembered);
     }
 
-    // The window's controls drive the countdown through its timer; its end asks for the power-off
-    // once. A computer that only slept comes back to the mode switched off.
+    // The window's controls drive the countdown through its timer, a minute a tick; its end asks for
+    // the power-off once. A computer that only slept comes back to the mode switched off.
     void mainWindowCountdownEndsInOnePowerOff_data() {
+        QTest::addColumn<int>("index");
+        QTest::addColumn<QString>("choice");
         QTest::addColumn<qint64>("sleptMs");
         QTest::addColumn<bool>("wokeUp");
-        QTest::newRow("suspended and woken up") << qint64(45000) << true;
-        QTest::newRow("clock noise is no sleep") << qint64(300) << false;
+        QTest::newRow("1 min, suspended and woken up") << 0 << u"1 min"_s << qint64(45000) << true;
+        QTest::newRow("60 min, clock noise is no sleep") << 8 << u"60 min"_s << qint64(300) << false;
     }
     void mainWindowCountdownEndsInOnePowerOff() {
+        QFETCH(int, index);
+        QFETCH(QString, choice);
         QFETCH(qint64, sleptMs);
         QFETCH(bool, wokeUp);
         TestServices t;
@@ -111,19 +86,21 @@ private slots:
         QCOMPARE(w.LSleepmode->text(), QString());
         qint64 slept = 1000;
         w.sleepMode().wakeUp.sleptMs = [&slept] { return slept; };
+        QCOMPARE(w.sleepMode().TimerSleepmode.interval(), 60000);
         w.sleepMode().TimerSleepmode.setInterval(20); // minutes of 20 ms
 
-        w.FSleepmodeTime->setCurrentIndex(1); // "2 min"
-        emit w.FSleepmodeTime->activated(1);
+        w.FSleepmodeTime->setCurrentIndex(index);
+        emit w.FSleepmodeTime->activated(index);
+        QCOMPARE(w.FSleepmodeTime->currentText(), choice);
         QVERIFY(!w.sleepMode().TimerSleepmode.isActive());
         emit w.LabelSleep->clicked(); // the caption toggles the box
         QVERIFY(w.FSleepmode->isChecked());
-        QCOMPARE(w.LSleepmode->text(), "Herunterfahren in 2 min");
-        QTRY_COMPARE(t.power.requests, QList<qint32>{1});
+        QCOMPARE(w.LSleepmode->text(), "Herunterfahren in " + choice);
+        QTRY_COMPARE_WITH_TIMEOUT(t.power.requests, QList<qint32>{1}, 20000);
         QTest::qWait(100);
         QCOMPARE(t.power.requests, QList<qint32>{1});
         QVERIFY(w.FSleepmode->isChecked());
-        QCOMPARE(w.LSleepmode->text(), "Herunterfahren in 1 min");
+        QCOMPARE(w.LSleepmode->text(), "Herunterfahren in 1 min"); // the last text stays
 
         slept += sleptMs;
         w.sleepMode().wakeUp.check();
@@ -136,7 +113,7 @@ private slots:
         emit w.LabelSleep->clicked(); // armed anew (woken) or switched off (not woken)
         QCOMPARE(w.FSleepmode->isChecked(), wokeUp);
         QVERIFY(!w.sleepMode().wakeUp.isArmed());
-        QCOMPARE(w.LSleepmode->text(), wokeUp ? "Herunterfahren in 2 min" : QString());
+        QCOMPARE(w.LSleepmode->text(), wokeUp ? "Herunterfahren in " + choice : QString());
     }
 };
 
