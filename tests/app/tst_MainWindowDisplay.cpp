@@ -64,6 +64,7 @@ private slots:
         QCOMPARE(base(r.w.FPlaylist), QColor(106, 125, 192));
         QCOMPARE(r.w.FPlaylist->palette().color(QPalette::Text), QColor(0, 0, 0));
         QCOMPARE(r.w.BPLOpen->foreColor(), QColor(138, 142, 34));
+        QCOMPARE(r.w.BPLOpen->image(), r.w.SkinWide); // the load gives the skin buttons their face
         QCOMPARE(text(r.w.lblTrackName), QColor(0, 160, 0));
         QCOMPARE(face(r.w.lblTime), QColor(0, 0, 0));
         QCOMPARE(r.w.TavoxMiniDiagram1->textColor(), QColor(0, 160, 0));

@@ -96,7 +96,7 @@ private slots:
         emit w.LabelSleep->clicked(); // the caption toggles the box
         QVERIFY(w.FSleepmode->isChecked());
         QCOMPARE(w.LSleepmode->text(), "Herunterfahren in " + choice);
-        QTRY_COMPARE_WITH_TIMEOUT(t.power.requests, QList<qint32>{1}, 20000);
+        QTRY_COMPARE_WITH_TIMEOUT(t.power.requests, QList<qint32>{1}, 10000);
         QTest::qWait(100);
         QCOMPARE(t.power.requests, QList<qint32>{1});
         QVERIFY(w.FSleepmode->isChecked());
