@@ -1,82 +1,120 @@
-#include "app/TavoMP3PlayerMain.h"
-#include "base/StatusLine.h"
-#include "playlist/PlaylistFile.h"
-#include "support/TestServices.h"
+// Table rows read better as plain literals; the product code keeps the strict conversions.
+#undef QT_NO_CAST_FROM_ASCII
+
+#include "base/AppGlobals.h"
+#include "support/MainWindowRig.h"
 #include "ui/DirectoryField.h"
-#include "ui/SkinControl.h"
 #include "ui/TavoMP3Settings.h"
 
-#include <QAction>
-#include <QLabel>
-#include <QListView>
-#include <QPushButton>
-#include <QTemporaryDir>
+#include <QMenu>
+#include <QSettings>
+#include <QSlider>
 #include <QtTest>
 
-// The main window shell: start-up from the stored settings, the menu handlers and the close prompt.
+using namespace Qt::StringLiterals;
+
+// Start-up from the stored settings and the close: what is read, what is written back, the prompt.
 class tst_MainWindow : public QObject {
     Q_OBJECT
 
-    QTemporaryDir m_dir;
-
-    QString writePlaylist(const QString& name, const QStringList& lines) {
-        const QString path = m_dir.filePath(name);
-        PlaylistFile::writeLines(path, lines);
-        return path;
-    }
-
-    // The player path and the music folders: without them start-up only opens the settings window.
-    static void configure(TestServices& t) {
-        t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("WinampPath"),
-                               QStringLiteral("/usr/bin/mpv"));
-        t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("UserMP3Directory"),
-                               QStringLiteral("/m"));
+    // The real INI store that also notes every write: single values and whole batches.
+    struct RecordingSettings : TempSettings {
+        QStringList writes;
+        int batches = 0;
+        void SaveSetting(const QString& section, const QString& key, const QString& value) override {
+            writes << section + '/' + key;
+            TempSettings::SaveSetting(section, key, value);
+        }
+        void SaveSettings(const QList<Entry>& entries) override {
+            ++batches;
+            for (const Entry& e : entries)
+                writes << e.section + '/' + e.key;
+            TempSettings::SaveSettings(entries);
+        }
+        QHash<QString, QString> fileValues() const {
+            QSettings file(fileName(), QSettings::IniFormat);
+            QHash<QString, QString> values;
+            for (const QString& key : file.allKeys())
+                values.insert(key, file.value(key).toString());
+            return values;
+        }
+    };
+    static QString get(MainWindowRig& r, const char* key, const char* section = "Settings") {
+        return r.t.settings.GetSetting(section, key, QStringLiteral("-"));
     }
 
 private slots:
-    void loadShowsStoredPlaylistAndSelectsPosition_data() {
-        QTest::addColumn<int>("storedPosition");
-        QTest::addColumn<QList<int>>("expectedSelection");
-        QTest::newRow("first") << 0 << QList<int>{0};
-        QTest::newRow("last") << 2 << QList<int>{2};
-        QTest::newRow("past the end selects nothing") << 3 << QList<int>{};
-        QTest::newRow("negative selects nothing") << -1 << QList<int>{};
+    void cleanup() { AppGlobals::PlayOnStart = false; }
+
+    // Missing settings open the settings window and start nothing; "play" on the command line
+    // starts playing only with a complete set-up and a list. The stored position selects its row.
+    void startUpFromTheStoredSettings_data() {
+        QTest::addColumn<QString>("winampPath"); // "-" = key missing
+        QTest::addColumn<QString>("folders");
+        QTest::addColumn<int>("songs");
+        QTest::addColumn<int>("position");
+        QTest::addColumn<bool>("playWord");
+        QTest::addColumn<bool>("incomplete");
+        QTest::addColumn<int>("playMode");
+        QTest::newRow("nothing stored") << u"-"_s << u"-"_s << 3 << 0 << true << true << 0;
+        QTest::newRow("no player") << u"-"_s << u"/m"_s << 3 << 0 << true << true << 0;
+        QTest::newRow("player never configured") << u"0"_s << u"/m"_s << 3 << 0 << true << true << 0;
+        QTest::newRow("folders never configured")
+            << u"/usr/bin/mpv"_s << u"0"_s << 3 << 0 << true << true << 0;
+        QTest::newRow("folders empty") << u"/usr/bin/mpv"_s << u""_s << 3 << 0 << true << true << 0;
+        QTest::newRow("empty player path is accepted") << u""_s << u"/m"_s << 3 << 0 << false << false << 0;
+        QTest::newRow("play, list, complete")
+            << u"/usr/bin/mpv"_s << u"/m\r\n/n"_s << 3 << 0 << true << false << 1;
+        QTest::newRow("without the word, last row")
+            << u"/usr/bin/mpv"_s << u"/m"_s << 3 << 2 << false << false << 0;
+        QTest::newRow("position past the end")
+            << u"/usr/bin/mpv"_s << u"/m"_s << 3 << 3 << false << false << 0;
+        QTest::newRow("negative position") << u"/usr/bin/mpv"_s << u"/m"_s << 3 << -1 << false << false << 0;
+        QTest::newRow("empty list") << u"/usr/bin/mpv"_s << u"/m"_s << 0 << 0 << true << false << 0;
     }
-    void loadShowsStoredPlaylistAndSelectsPosition() {
-        QFETCH(int, storedPosition);
-        QFETCH(QList<int>, expectedSelection);
-        TestServices t;
-        const QString file = writePlaylist(QStringLiteral("list.txt"), {QStringLiteral("/m/a/Eins.mp3:5"),
-                                                                        QStringLiteral("/m/a/Zwei.mp3:3"),
-                                                                        QStringLiteral("/m/b/Drei.mp3:0")});
-        configure(t);
-        t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("PlaylistFile"), file);
-        t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("CurrentPlaylistPosition"),
-                               storedPosition);
+    void startUpFromTheStoredSettings() {
+        QFETCH(QString, winampPath);
+        QFETCH(QString, folders);
+        QFETCH(int, songs);
+        QFETCH(int, position);
+        QFETCH(bool, playWord);
+        QFETCH(bool, incomplete);
+        QFETCH(int, playMode);
+        MainWindowRig r;
+        const QString file = r.writeList(r.songs(songs));
+        r.setting("PlaylistFile", file);
+        r.setting("CurrentPlaylistPosition", QString::number(position));
+        if (winampPath != "-")
+            r.setting("WinampPath", winampPath);
+        if (folders != "-")
+            r.setting("UserMP3Directory", folders);
+        AppGlobals::PlayOnStart = playWord;
+        r.w.load();
 
-        TavoMP3PlayerMain w(t.services);
-        w.load();
-
-        QCOMPARE(w.windowTitle(), QStringLiteral("Tavo MP3 Player!"));
-        QCOMPARE(w.FActPlaylist->text(), file);
-        QAbstractItemModel* model = w.FPlaylist->model();
-        QCOMPARE(model->rowCount(), 3);
-        QCOMPARE(model->index(0, 0).data().toString(), QStringLiteral("1. Eins"));
-        QCOMPARE(model->index(2, 0).data().toString(), QStringLiteral("3. Drei"));
-        QCOMPARE(w.playlists().list(1).selectedRows(), expectedSelection);
-        QCOMPARE(w.PlaylistPosition, storedPosition);
-        QVERIFY(!t.status.text().isEmpty());
-        QCOMPARE(w.FStatus->text(), t.status.text());
-        QVERIFY(t.dialogs.questions.isEmpty());
-    }
-
-    void loadWithoutConfiguredPlaylistStartsEmpty() {
-        TestServices t;
-        TavoMP3PlayerMain w(t.services);
-        w.load();
-        QCOMPARE(w.FActPlaylist->text(), QString());
-        QCOMPARE(w.playlists().PlaylistPaths, QStringList{QString()});
-        QVERIFY(t.dialogs.questions.isEmpty());
+        QCOMPARE(r.w.SettingsIncomplete, incomplete);
+        QCOMPARE(int(r.w.PlayMode), playMode);
+        QCOMPARE(r.player.startCount, incomplete ? 0 : 1);
+        // The settings window always exists (it loads the colour preset); only shown when incomplete.
+        QCOMPARE(r.w.settingsWindow()->isVisible(), incomplete);
+        QVERIFY(r.w.isVisible());
+        QVERIFY(r.t.dialogs.questions.isEmpty());
+        if (incomplete) {
+            QCOMPARE(r.w.settingsWindow()->FStatus->text(),
+                     "Bitte füllen Sie alle Felder aus und speichen die Einstellungen!");
+            QCOMPARE(r.w.FPlaylist->model()->rowCount(), 0);
+            QCOMPARE(r.w.FActPlaylist->text(), QString());
+            QCOMPARE(r.w.FBrowsePath->text(), QString());
+            return;
+        }
+        QCOMPARE(r.w.FBrowsePath->text(), folders);
+        QCOMPARE(r.w.FActPlaylist->text(), file);
+        QCOMPARE(r.w.FPlaylist->model()->rowCount(), songs);
+        if (songs)
+            QCOMPARE(r.w.playlists().list(1).itemText(2), "3. Song02");
+        QCOMPARE(r.w.playlists().list(1).selectedRows(),
+                 position >= 0 && position < songs ? QList<int>{position} : QList<int>{});
+        QCOMPARE(r.w.PlaylistPosition, position);
+        QCOMPARE(r.w.FStatus->text(), r.t.status.text());
     }
 
     void closeWritesSettingsAndAsksToSave_data() {
@@ -96,125 +134,141 @@ private slots:
         QFETCH(QList<Dialogs::Answer>, answers);
         QFETCH(bool, proceeds);
         QFETCH(bool, fileRewritten);
-        TestServices t;
-        const QString file = writePlaylist(QStringLiteral("close.txt"), {QStringLiteral("/m/a/Eins.mp3:5"),
-                                                                         QStringLiteral("/m/a/Zwei.mp3:4")});
-        configure(t);
-        t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("PlaylistFile"), file);
-        TavoMP3PlayerMain w(t.services);
-        w.load();
+        MainWindowRig r;
+        const QString file = r.load(r.songs(2));
         // A change in memory that only a save writes to the file.
-        w.playlists().PlaylistPaths[1] = QStringLiteral("/m/a/Zwei.mp3:1");
-        w.playlists().PlaylistChanged = changed;
-        w.PlaylistPosition = 1;
-        w.FBrowsePath->setText(QStringLiteral("/m/a\r\n/m/b"));
-        t.dialogs.answers = answers;
+        r.w.playlists().PlaylistPaths[1] = "/m/Song01.mp3:1";
+        r.w.playlists().PlaylistChanged = changed;
+        r.w.PlaylistPosition = 1;
+        r.w.FBrowsePath->setText("/m/a\r\n/m/b");
+        r.t.dialogs.answers = answers;
 
-        QCOMPARE(w.closeMainWindow(), proceeds);
+        QCOMPARE(r.w.closeMainWindow(), proceeds);
 
-        QCOMPARE(t.dialogs.questions.size(), changed ? 1 : 0);
+        QCOMPARE(r.t.dialogs.questions.size(), changed ? 1 : 0);
         if (changed) {
-            QCOMPARE(t.dialogs.questions[0].text,
-                     QStringLiteral("Möchten Sie die Änderungen in der Playliste \"") + file +
-                         QStringLiteral("\" speichern?"));
-            QCOMPARE(t.dialogs.questions[0].buttons, Dialogs::Buttons::YesNoCancel);
+            QCOMPARE(r.t.dialogs.questions[0].text,
+                     "Möchten Sie die Änderungen in der Playliste \"" + file + "\" speichern?");
+            QCOMPARE(r.t.dialogs.questions[0].buttons, Dialogs::Buttons::YesNoCancel);
         }
-        const QStringList onDisk = PlaylistFile::readLines(file);
-        QCOMPARE(onDisk.value(1),
-                 fileRewritten ? QStringLiteral("/m/a/Zwei.mp3:1") : QStringLiteral("/m/a/Zwei.mp3:4"));
+        QCOMPARE(PlaylistFile::readLines(file).value(1),
+                 fileRewritten ? "/m/Song01.mp3:1" : "/m/Song01.mp3:5");
         // Settings are written before the question, whatever the answer.
-        auto get = [&](const char* key) {
-            return t.settings.GetSetting(QStringLiteral("Settings"), QLatin1String(key), QStringLiteral("-"));
+        QCOMPARE(get(r, "PlaylistFile"), file);
+        QCOMPARE(get(r, "CurrentPlaylistPosition"), "1");
+        QCOMPARE(get(r, "UserMP3Directory"), "/m/a\r\n/m/b");
+    }
+
+    // The close writes its values in one batch and in order; a value the load could not read stops
+    // the load, and the close then writes back none of the values the load did not get to, unless
+    // the user changed them since.
+    void closeWritesBackOnlyWhatTheLoadRead_data() {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("garbage");
+        QTest::addColumn<QString>("loadError");
+        QTest::addColumn<int>("userVolume");
+        const QString overflow = "Fehler in Player Form Load in Zeile 7: Überlauf";
+        const QString mismatch = "Fehler in Player Form Load in Zeile 7: Typen unverträglich";
+        QTest::newRow("nothing damaged") << QString() << QString() << QString() << -1;
+        QTest::newRow("volume out of range") << u"Settings/Volume"_s << u"300"_s << overflow << -1;
+        QTest::newRow("position not a number")
+            << u"Settings/CurrentPlaylistPosition"_s << u"abc"_s << mismatch << -1;
+        QTest::newRow("history slot not a number") << u"PreviousSongs/Prev03"_s << u"abc"_s << mismatch << -1;
+        QTest::newRow("volume damaged, then moved by the user")
+            << u"Settings/Volume"_s << u"300"_s << overflow << 100;
+    }
+    void closeWritesBackOnlyWhatTheLoadRead() {
+        QFETCH(QString, key);
+        QFETCH(QString, garbage);
+        QFETCH(QString, loadError);
+        QFETCH(int, userVolume);
+        TestServices t;
+        RecordingSettings settings;
+        FakePlayer player(t.status);
+        Services s{settings, t.dialogs, t.clock, t.random, t.status, PathStyle::Posix, &t.power, &player};
+        QTemporaryDir dir;
+        const QString file = dir.filePath("list.txt");
+        PlaylistFile::writeLines(file, MainWindowRig::songs(2));
+        auto set = [&](const QString& id, const QString& value) {
+            settings.SaveSetting(id.section('/', 0, 0), id.section('/', 1), value);
         };
-        QCOMPARE(get("PlaylistFile"), file);
-        QCOMPARE(get("CurrentPlaylistPosition"), QStringLiteral("1"));
-        QCOMPARE(get("UserMP3Directory"), QStringLiteral("/m/a\r\n/m/b"));
-    }
-
-    void incompleteSettingsOpenTheSettingsWindow_data() {
-        QTest::addColumn<QString>("winampPath"); // "-" = key missing
-        QTest::addColumn<QString>("folders");
-        QTest::addColumn<bool>("incomplete");
-        QTest::newRow("nothing stored") << "-"
-                                        << "-" << true;
-        QTest::newRow("no player") << "-"
-                                   << "/m" << true;
-        QTest::newRow("player never configured") << "0"
-                                                 << "/m" << true;
-        QTest::newRow("folders never configured") << "/usr/bin/mpv"
-                                                  << "0" << true;
-        QTest::newRow("folders empty") << "/usr/bin/mpv"
-                                       << "" << true;
-        QTest::newRow("empty player path is accepted") << ""
-                                                       << "/m" << false;
-        QTest::newRow("complete") << "/usr/bin/mpv"
-                                  << "/m\r\n/n" << false;
-    }
-    void incompleteSettingsOpenTheSettingsWindow() {
-        QFETCH(QString, winampPath);
-        QFETCH(QString, folders);
-        QFETCH(bool, incomplete);
-        TestServices t;
-        const QString file = writePlaylist(QStringLiteral("start.txt"), {QStringLiteral("/m/a/Eins.mp3:5")});
-        t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("PlaylistFile"), file);
-        if (winampPath != QLatin1String("-"))
-            t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("WinampPath"), winampPath);
-        if (folders != QLatin1String("-"))
-            t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("UserMP3Directory"), folders);
-
-        TavoMP3PlayerMain w(t.services);
+        set("Settings/WinampPath", "/usr/bin/mpv");
+        set("Settings/UserMP3Directory", "/m\r\n/n");
+        set("Settings/PlaylistFile", file);
+        set("PreviousSongs/Prev01", "1");
+        if (!key.isEmpty())
+            set(key, garbage);
+        const QHash<QString, QString> before = settings.fileValues();
+        TavoMP3PlayerMain w(s);
         w.load();
+        QCOMPARE(t.dialogs.messageTexts(), loadError.isEmpty() ? QStringList() : QStringList{loadError});
+        if (userVolume >= 0)
+            w.sldVol->setValue(userVolume);
+        settings.writes.clear();
+        player.clearLog();
 
-        QCOMPARE(w.SettingsIncomplete, incomplete);
-        // The settings window always exists (it loads the colour preset); only shown when incomplete.
-        QCOMPARE(w.settingsWindow()->isVisible(), incomplete);
-        if (incomplete) {
-            QVERIFY(w.settingsWindow()->isVisible());
-            QCOMPARE(w.settingsWindow()->FStatus->text(),
-                     QStringLiteral("Bitte füllen Sie alle Felder aus und speichen die Einstellungen!"));
-            QCOMPARE(w.FPlaylist->model()->rowCount(), 0);
-            QCOMPARE(w.FActPlaylist->text(), QString());
-            QCOMPARE(w.FBrowsePath->text(), QString());
-        } else {
-            QCOMPARE(w.FPlaylist->model()->index(0, 0).data().toString(), QStringLiteral("1. Eins"));
-            QCOMPARE(w.FBrowsePath->text(), folders);
+        w.close();
+
+        QCOMPARE(settings.batches, 1);
+        const QHash<QString, QString> after = settings.fileValues();
+        for (auto it = before.begin(); it != before.end(); ++it)
+            if (!(userVolume >= 0 && it.key() == key))
+                QCOMPARE(after.value(it.key()), it.value());
+        if (userVolume >= 0)
+            QCOMPARE(after.value(key), QString::number(userVolume));
+        if (key.isEmpty()) {
+            QStringList expected{"Settings/PlaylistFile",   "Settings/UserMP3Directory",
+                                 "Screen/FormPositionLeft", "Screen/FormPositionTop",
+                                 "Settings/ShuffleStatus",  "Settings/CurrentPlaylistPosition",
+                                 "Settings/Volume",         "Settings/DialogLastpath"};
+            for (int i = 1; i <= 20; ++i)
+                expected << QStringLiteral("PreviousSongs/Prev%1").arg(i, 2, 10, QLatin1Char('0'));
+            QCOMPARE(settings.writes, expected);
         }
-        QVERIFY(w.isVisible()); // the main window shows either way
+        QCOMPARE(player.commands(), QList<qint32>{40001});
     }
 
-    void menuEntriesHaveTheirCaptions_data() {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("caption");
-        QTest::newRow("open") << "MenuDateiOpenPlaylist" << QStringLiteral("Playliste &öffnen...");
-        QTest::newRow("save") << "MenuDateiSavePlaylist" << QStringLiteral("Playliste &speichern...");
-        QTest::newRow("save as") << "MenuDateiPlaylistSaveAs"
-                                 << QStringLiteral("Playliste speichern &unter...");
-        QTest::newRow("quit") << "MenuDateiBeenden" << QStringLiteral("&Beenden");
-    }
-    void menuEntriesHaveTheirCaptions() {
-        QFETCH(QString, name);
-        QFETCH(QString, caption);
-        TestServices t;
-        TavoMP3PlayerMain w(t.services);
-        auto* action = w.findChild<QAction*>(name);
-        QVERIFY(action);
-        QCOMPARE(action->text(), caption);
+    void loadRestoresAndCloseWritesThePlaybackSettings() {
+        MainWindowRig r;
+        r.setting("ShuffleStatus", "True");
+        r.setting("Volume", "128");
+        r.t.settings.SaveSetting("PreviousSongs", "Prev01", "2");
+        r.t.settings.SaveSetting("PreviousSongs", "Prev02", "9");
+        r.load(r.songs(3));
+
+        QCOMPARE(r.player.calls.first(), "StartWinamp /usr/bin/mpv");
+        QVERIFY(r.w.ShuffleStatus);
+        QVERIFY(r.w.MenuShuffleStatus->isChecked());
+        QCOMPARE(r.w.sldVol->value(), 128);
+        QCOMPARE(r.player.volume, -1); // not told until the slider moves
+        QCOMPARE(r.w.MenuPrev[1]->text(), "1. Song02");
+        QCOMPARE(r.w.MenuPrev[2]->text(), "2. ...");
+        QVERIFY(r.w.MenuPrev[2]->isVisible());
+        QVERIFY(!r.w.MenuPrev[3]->isVisible());
+
+        r.w.sldVol->setValue(200);
+        QCOMPARE(r.w.lblTrackName->text(), "VOLUME: 78%");
+        QCOMPARE(r.player.volume, 200);
+        QTest::mouseClick(r.w.lblShuffle, Qt::LeftButton);
+        QVERIFY(!r.w.MenuShuffleStatus->isChecked());
+
+        QVERIFY(r.w.closeMainWindow());
+        QCOMPARE(get(r, "ShuffleStatus"), "False");
+        QCOMPARE(get(r, "Volume"), "200");
+        QCOMPARE(get(r, "Prev01", "PreviousSongs"), "2");
     }
 
     void openButtonLoadsChosenFileAndSaveWritesIt() {
-        TestServices t;
-        const QString file = writePlaylist(QStringLiteral("open.txt"), {QStringLiteral("/m/x/Lied.mp3:2")});
-        TavoMP3PlayerMain w(t.services);
-        w.load();
-        t.dialogs.openAnswers = {file};
-        w.BPLOpen->click();
-        QCOMPARE(t.dialogs.openRequests.size(), 1);
-        QCOMPARE(w.FActPlaylist->text(), file);
-        QCOMPARE(w.FPlaylist->model()->index(0, 0).data().toString(), QStringLiteral("1. Lied"));
-
-        w.playlists().PlaylistPaths[0] = QStringLiteral("/m/x/Lied.mp3:0");
-        w.BPLSave->click();
-        QCOMPARE(PlaylistFile::readLines(file), QStringList{QStringLiteral("/m/x/Lied.mp3:0")});
+        MainWindowRig r;
+        r.w.load();
+        const QString file = r.writeList({"/m/x/Lied.mp3:2"}, "open.txt");
+        r.t.dialogs.openAnswers = {file};
+        r.w.BPLOpen->click();
+        QCOMPARE(r.w.FActPlaylist->text(), file);
+        QCOMPARE(r.w.playlists().list(1).items(), QStringList{"1. Lied"});
+        r.w.playlists().PlaylistPaths[0] = "/m/x/Lied.mp3:0";
+        r.w.BPLSave->click();
+        QCOMPARE(PlaylistFile::readLines(file), QStringList{"/m/x/Lied.mp3:0"});
     }
 };
 

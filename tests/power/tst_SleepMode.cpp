@@ -1,128 +1,106 @@
+// Table rows read better as plain literals; the product code keeps the strict conversions.
+#undef QT_NO_CAST_FROM_ASCII
+
 #include "app/TavoMP3PlayerMain.h"
 #include "power/SleepMode.h"
-#include "support/ScriptedDialogs.h"
 #include "support/TestServices.h"
 #include "ui/ClickLabel.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
-#include <QSignalSpy>
 #include <QtTest>
+
+using namespace Qt::StringLiterals;
 
 class tst_SleepMode : public QObject {
     Q_OBJECT
     ScriptedDialogs m_dialogs;
 
 private slots:
-    void countdownTicksToShutdown_data() {
+    // What a choice or a click on the box does while the countdown runs (armed) or not.
+    void choicesAndClicks_data() {
+        QTest::addColumn<bool>("armed");     // by a click on "5 min", then a minute passed
+        QTest::addColumn<QString>("action"); // "box" = click on the box, "time" = a choice in the list
+        QTest::addColumn<bool>("checked");
         QTest::addColumn<QString>("choice");
-        QTest::addColumn<int>("minutes");
-        QTest::newRow("1 min") << QStringLiteral("1 min") << 1;
-        QTest::newRow("5 min") << QStringLiteral("5 min") << 5;
-        QTest::newRow("20 min") << QStringLiteral("20 min") << 20;
-        QTest::newRow("60 min") << QStringLiteral("60 min") << 60;
+        QTest::addColumn<QString>("label");
+        QTest::addColumn<QString>("remembered");
+        QTest::newRow("unknown text: case differs")
+            << true << u"box"_s << true << u"5 MIN"_s << u"in 4 min"_s << u"5 min"_s;
+        QTest::newRow("unknown text: not offered")
+            << true << u"box"_s << true << u"15 min"_s << u"in 4 min"_s << u"5 min"_s;
+        QTest::newRow("unknown text: empty")
+            << true << u"box"_s << true << u""_s << u"in 4 min"_s << u"5 min"_s;
+        QTest::newRow("box checked again: full time")
+            << true << u"box"_s << true << u"5 min"_s << u"in 5 min"_s << u"5 min"_s;
+        QTest::newRow("box unchecked: stops")
+            << true << u"box"_s << false << u"5 min"_s << u""_s << u"5 min"_s;
+        QTest::newRow("same choice: count runs on")
+            << true << u"time"_s << true << u"5 min"_s << u"in 4 min"_s << u"5 min"_s;
+        QTest::newRow("other choice: restarts")
+            << true << u"time"_s << true << u"20 min"_s << u"in 20 min"_s << u"20 min"_s;
+        QTest::newRow("choice while unarmed: only kept")
+            << false << u"time"_s << false << u"60 min"_s << u""_s << u"60 min"_s;
     }
-    void countdownTicksToShutdown() {
+    void choicesAndClicks() {
+        QFETCH(bool, armed);
+        QFETCH(QString, action);
+        QFETCH(bool, checked);
         QFETCH(QString, choice);
-        QFETCH(int, minutes);
+        QFETCH(QString, label);
+        QFETCH(QString, remembered);
         SleepMode sleep(m_dialogs);
-        QSignalSpy shutdown(&sleep, &SleepMode::shutdownRequested);
-        sleep.FSleepmodeClick(true, choice);
-        QVERIFY(sleep.TimerSleepmode.isActive());
-        QCOMPARE(sleep.TimerSleepmode.interval(), 60000);
-        for (int tick = 1; tick < minutes; ++tick) {
-            QCOMPARE(sleep.LSleepmode(), QStringLiteral("Herunterfahren in %1 min").arg(minutes - tick + 1));
+        sleep.SleepTimeChoice = "5 min";
+        sleep.FSleepmodeClick(armed, "5 min");
+        if (armed)
             sleep.TimerSleepmodeTimer();
-            QCOMPARE(shutdown.count(), 0);
-        }
-        QCOMPARE(sleep.LSleepmode(), QStringLiteral("Herunterfahren in 1 min"));
-        sleep.TimerSleepmodeTimer();
-        QCOMPARE(shutdown.count(), 1);
-        QVERIFY(!sleep.TimerSleepmode.isActive());
-        QCOMPARE(sleep.LSleepmode(), QStringLiteral("Herunterfahren in 1 min")); // last text stays
-        QCOMPARE(sleep.SleepMinutesElapsed, quint8(0));
+        if (action == "box")
+            sleep.FSleepmodeClick(checked, choice);
+        else
+            sleep.FSleepmodeTimeClick(checked, choice);
+        QCOMPARE(sleep.LSleepmode(), label.isEmpty() ? QString() : "Herunterfahren " + label);
+        QCOMPARE(sleep.TimerSleepmode.isActive(), !label.isEmpty());
+        QCOMPARE(sleep.SleepTimeChoice, remembered);
     }
 
-    void unknownTextLeavesModeAlone_data() {
-        QTest::addColumn<QString>("text");
-        QTest::newRow("case differs") << QStringLiteral("20 MIN");
-        QTest::newRow("not offered") << QStringLiteral("15 min");
-        QTest::newRow("empty") << QString();
-    }
-    void unknownTextLeavesModeAlone() {
-        QFETCH(QString, text);
-        SleepMode sleep(m_dialogs);
-        sleep.FSleepmodeClick(true, QStringLiteral("5 min"));
-        sleep.TimerSleepmodeTimer();
-        sleep.FSleepmodeClick(true, text);
-        QVERIFY(sleep.TimerSleepmode.isActive());
-        QCOMPARE(sleep.SleepMinutesTotal, quint8(5));
-        QCOMPARE(sleep.SleepMinutesElapsed, quint8(1));
-        QCOMPARE(sleep.LSleepmode(), QStringLiteral("Herunterfahren in 4 min"));
-    }
-
-    void choosingAgainRestartsOnlyOnChange() {
-        SleepMode sleep(m_dialogs);
-        sleep.SleepTimeChoice = QStringLiteral("20 min");
-        sleep.FSleepmodeClick(true, QStringLiteral("20 min"));
-        sleep.TimerSleepmodeTimer();
-        sleep.FSleepmodeTimeClick(true, QStringLiteral("20 min")); // same choice: count runs on
-        QCOMPARE(sleep.LSleepmode(), QStringLiteral("Herunterfahren in 19 min"));
-        sleep.FSleepmodeTimeClick(true, QStringLiteral("5 min"));
-        QCOMPARE(sleep.LSleepmode(), QStringLiteral("Herunterfahren in 5 min"));
-        QCOMPARE(sleep.SleepMinutesElapsed, quint8(0));
-        // Unarmed: a new choice just clears again.
-        sleep.FSleepmodeClick(false, QStringLiteral("5 min"));
-        sleep.FSleepmodeTimeClick(false, QStringLiteral("60 min"));
-        QVERIFY(!sleep.TimerSleepmode.isActive());
-        QCOMPARE(sleep.LSleepmode(), QString());
-        QCOMPARE(sleep.SleepTimeChoice, QStringLiteral("60 min"));
-    }
-
-    void uncheckStopsAndRecheckStartsFromFullTime() {
-        SleepMode sleep(m_dialogs);
-        sleep.FSleepmodeClick(true, QStringLiteral("10 min"));
-        sleep.TimerSleepmodeTimer();
-        sleep.TimerSleepmodeTimer();
-        sleep.FSleepmodeClick(false, QStringLiteral("10 min"));
-        QVERIFY(!sleep.TimerSleepmode.isActive());
-        QCOMPARE(sleep.LSleepmode(), QString());
-        sleep.FSleepmodeClick(true, QStringLiteral("10 min"));
-        QCOMPARE(sleep.LSleepmode(), QStringLiteral("Herunterfahren in 10 min"));
-    }
-
-    // The window's controls drive the countdown through its timer; its end asks for the power-off
-    // once. A computer that only slept comes back to the mode switched off.
+    // The window's controls drive the countdown through its timer, a minute a tick; its end asks for
+    // the power-off once. A computer that only slept comes back to the mode switched off.
     void mainWindowCountdownEndsInOnePowerOff_data() {
+        QTest::addColumn<int>("index");
+        QTest::addColumn<QString>("choice");
         QTest::addColumn<qint64>("sleptMs");
         QTest::addColumn<bool>("wokeUp");
-        QTest::newRow("suspended and woken up") << qint64(45000) << true;
-        QTest::newRow("clock noise is no sleep") << qint64(300) << false;
+        QTest::newRow("1 min, suspended and woken up") << 0 << u"1 min"_s << qint64(45000) << true;
+        QTest::newRow("60 min, clock noise is no sleep") << 8 << u"60 min"_s << qint64(300) << false;
     }
     void mainWindowCountdownEndsInOnePowerOff() {
+        QFETCH(int, index);
+        QFETCH(QString, choice);
         QFETCH(qint64, sleptMs);
         QFETCH(bool, wokeUp);
         TestServices t;
         TavoMP3PlayerMain w(t.services);
         w.load();
-        QCOMPARE(w.FSleepmodeTime->currentText(), QStringLiteral("20 min"));
+        QCOMPARE(w.FSleepmodeTime->currentText(), "20 min");
         QCOMPARE(w.LSleepmode->text(), QString());
         qint64 slept = 1000;
         w.sleepMode().wakeUp.sleptMs = [&slept] { return slept; };
+        QCOMPARE(w.sleepMode().TimerSleepmode.interval(), 60000);
         w.sleepMode().TimerSleepmode.setInterval(20); // minutes of 20 ms
 
-        w.FSleepmodeTime->setCurrentIndex(1); // "2 min"
-        emit w.FSleepmodeTime->activated(1);
+        w.FSleepmodeTime->setCurrentIndex(index);
+        emit w.FSleepmodeTime->activated(index);
+        QCOMPARE(w.FSleepmodeTime->currentText(), choice);
         QVERIFY(!w.sleepMode().TimerSleepmode.isActive());
         emit w.LabelSleep->clicked(); // the caption toggles the box
         QVERIFY(w.FSleepmode->isChecked());
-        QCOMPARE(w.LSleepmode->text(), QStringLiteral("Herunterfahren in 2 min"));
-        QTRY_COMPARE(t.power.requests, QList<qint32>{1});
+        QCOMPARE(w.LSleepmode->text(), "Herunterfahren in " + choice);
+        QTRY_COMPARE_WITH_TIMEOUT(t.power.requests, QList<qint32>{1}, 10000);
         QTest::qWait(100);
         QCOMPARE(t.power.requests, QList<qint32>{1});
         QVERIFY(w.FSleepmode->isChecked());
-        QCOMPARE(w.LSleepmode->text(), QStringLiteral("Herunterfahren in 1 min"));
+        QCOMPARE(w.LSleepmode->text(), "Herunterfahren in 1 min"); // the last text stays
 
         slept += sleptMs;
         w.sleepMode().wakeUp.check();
@@ -135,7 +113,7 @@ private slots:
         emit w.LabelSleep->clicked(); // armed anew (woken) or switched off (not woken)
         QCOMPARE(w.FSleepmode->isChecked(), wokeUp);
         QVERIFY(!w.sleepMode().wakeUp.isArmed());
-        QCOMPARE(w.LSleepmode->text(), wokeUp ? QStringLiteral("Herunterfahren in 2 min") : QString());
+        QCOMPARE(w.LSleepmode->text(), wokeUp ? "Herunterfahren in " + choice : QString());
     }
 };
 

@@ -47,39 +47,22 @@ void FakePlayer::finishSong() {
         advance(qint64(currentLengthSeconds()) * 1000 - positionMs);
 }
 
-void FakePlayer::throwIfFailing() {
-    if (failNext) {
-        const RuntimeError e = *failNext;
-        failNext.reset();
-        throw e;
-    }
-}
-
 void FakePlayer::StartWinamp(const QString& path) {
     calls << QStringLiteral("StartWinamp ") + path;
     ++startCount;
-    startedPath = path;
     running = true;
 }
 
 qint32 FakePlayer::WinampSetVolume(quint8 v) {
     calls << QStringLiteral("SetVolume %1").arg(v);
-    try {
-        throwIfFailing();
-    } catch (const RuntimeError& e) {
-        ReportWinampError(e.description(), e.number());
-        return 0;
-    }
-    if (!running)
-        return 0;
-    volume = v;
+    if (running)
+        volume = v;
     return 0;
 }
 
 qint32 FakePlayer::WinampJumpToTime(qint32 seconds, qint32 milliseconds) {
     const qint32 ms = Checked::toInt32(qint64(Checked::toInt32(qint64(seconds) * 1000)) + milliseconds);
     calls << QStringLiteral("JumpToTime %1").arg(ms);
-    throwIfFailing();
     if (!running)
         return 0;
     if (status == Stopped)
@@ -92,19 +75,12 @@ qint32 FakePlayer::WinampJumpToTime(qint32 seconds, qint32 milliseconds) {
 
 void FakePlayer::WinampPlayFile(const QString& path) {
     calls << QStringLiteral("PlayFile ") + path;
-    throwIfFailing();
     if (running)
         list << path;
 }
 
 void FakePlayer::WinampCommand(qint32 commandId) {
     calls << QStringLiteral("Command %1").arg(commandId);
-    try {
-        throwIfFailing();
-    } catch (const RuntimeError& e) {
-        ReportWinampError(e.description(), e.number());
-        return;
-    }
     if (!running)
         return;
     switch (commandId) {
@@ -138,12 +114,6 @@ void FakePlayer::WinampCommand(qint32 commandId) {
 
 QVariant FakePlayer::WinampGetInfo(quint8 code) {
     calls << QStringLiteral("GetInfo %1").arg(code);
-    try {
-        throwIfFailing();
-    } catch (const RuntimeError& e) {
-        ReportWinampError(e.description(), e.number());
-        return QVariant();
-    }
     if (code == 5 || code == 7 || code > InfoTitle)
         return QVariant();
     if (code == InfoTitle)
@@ -177,9 +147,9 @@ qint32 FakePlayer::answer(quint8 code) {
     case InfoListLength:
         return qint32(list.size());
     case InfoSampleRate:
-        return loaded ? sampleRateKhz : 0;
+        return loaded ? 44 : 0;
     case InfoBitrate:
-        return loaded ? bitrateKbps : 0;
+        return loaded ? 128 : 0;
     case InfoCode12:
         return loaded ? 2 : 0;
     default:

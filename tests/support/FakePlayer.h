@@ -1,12 +1,10 @@
 #pragma once
 
-#include "base/RuntimeError.h"
 #include "player/PlayerLink.h"
 
 #include <QHash>
 #include <QList>
 #include <QStringList>
-#include <optional>
 
 // A player that lives in memory: its own list, status, position and volume, moved on by the test
 // through advance(). It records every routine called, so tests can check what reached the player
@@ -26,15 +24,10 @@ public:
     int volume = -1; // never set
     bool running = true;
     int startCount = 0;
-    QString startedPath;
 
     // Per file: length in seconds; files not listed last defaultLengthSeconds.
     QHash<QString, int> lengthSeconds;
     int defaultLengthSeconds = 180;
-    int bitrateKbps = 128;
-    int sampleRateKhz = 44;
-    // Raised by the next routine that reaches the player, then cleared.
-    std::optional<RuntimeError> failNext;
 
     // The call log: "StartWinamp <path>", "PlayFile <path>", "Command <id>", "GetInfo <code>",
     // "SetVolume <v>", "JumpToTime <ms>".
@@ -65,6 +58,5 @@ public:
     int currentLengthSeconds() const;
 
 private:
-    void throwIfFailing();
     qint32 answer(quint8 code);
 };

@@ -1,11 +1,20 @@
 #pragma once
 
 #include "app/TavoMP3PlayerMain.h"
+#include "playlist/PlaylistFile.h"
 #include "support/FakePlayer.h"
 #include "support/TestServices.h"
+#include "ui/SkinControl.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QListView>
+#include <QTemporaryDir>
+#include <QTest>
 
 // A main window on the test doubles and the in-memory player, not yet loaded.
 struct MainWindowRig {
+    QTemporaryDir dir;
     TestServices t;
     FakePlayer player{t.status};
     Services services = withPlayer();
@@ -18,5 +27,34 @@ struct MainWindowRig {
     }
     void setting(const char* key, const QString& value) {
         t.settings.SaveSetting(QStringLiteral("Settings"), QLatin1String(key), value);
+    }
+    // Lines "/<folder>/SongNN.mp3:5", numbered from 00.
+    static QStringList songs(int count, const QString& folder = QStringLiteral("m")) {
+        QStringList out;
+        for (int i = 0; i < count; ++i)
+            out << QStringLiteral("/%1/Song%2.mp3:5").arg(folder).arg(i, 2, 10, QLatin1Char('0'));
+        return out;
+    }
+    QString writeList(const QStringList& lines, const QString& name = QStringLiteral("list.txt")) {
+        const QString file = dir.filePath(name);
+        PlaylistFile::writeLines(file, lines);
+        return file;
+    }
+    // The player and the music folders set (without them start-up only opens the settings window),
+    // a playlist file of these lines unless there are none, and the window loaded.
+    QString load(const QStringList& lines = {}) {
+        setting("WinampPath", QStringLiteral("/usr/bin/mpv"));
+        setting("UserMP3Directory", dir.path());
+        const QString file = lines.isEmpty() ? QString() : writeList(lines);
+        if (!file.isEmpty())
+            setting("PlaylistFile", file);
+        w.load();
+        return file;
+    }
+    // Plays the entry of the main list as a click on Play does.
+    void play(int row) {
+        w.playlists().list(1).selectOnly(row);
+        w.FPlaylist->setCurrentIndex(w.playlists().list(1).index(row));
+        QTest::mouseClick(w.BPlay, Qt::LeftButton);
     }
 };

@@ -1,0 +1,154 @@
+#include "app/SingleInstance.h"
+#include "app/TrayModule.h"
+#include "support/MainWindowRig.h"
+
+#include <QMenu>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QtTest>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+// The program on the desktop: the notification-area icon and its menu, and a later start that finds
+// the running program through its local socket (without a session bus), also after one died.
+class tst_Desktop : public QObject {
+    Q_OBJECT
+
+    // A socket file nobody listens on any more, as a killed program leaves it.
+    static void leaveDeadSocket(const QString& path) {
+        const int fd = ::socket(AF_UNIX, SOCK_STREAM, 0);
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        qstrncpy(address.sun_path, QFile::encodeName(path).constData(), sizeof address.sun_path);
+        QVERIFY(::bind(fd, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0);
+        ::close(fd);
+    }
+
+private slots:
+    void songTipIsCutToTheTipField_data() {
+        QTest::addColumn<int>("nameLength");
+        QTest::addColumn<int>("tipLength");
+        QTest::newRow("short") << 10 << 28;
+        QTest::newRow("fits exactly") << 45 << 63;
+        QTest::newRow("one too long") << 46 << 63;
+        QTest::newRow("empty name") << 0 << 18;
+    }
+    void songTipIsCutToTheTipField() {
+        QFETCH(int, nameLength);
+        QFETCH(int, tipLength);
+        const QString tip = TrayModule::songTip(QString(nameLength, QLatin1Char('x')));
+        QCOMPARE(tip.size(), tipLength);
+        QVERIFY(tip.startsWith(QStringLiteral("Tavo MP3 Player!: ")));
+    }
+
+    // The icon comes with the load and goes with the close; its menu's default entry restores.
+    void iconLivesFromLoadToClose() {
+        MainWindowRig r;
+        QVERIFY(!r.w.tray().isAdded());
+        r.w.load();
+        QVERIFY(r.w.tray().isAdded());
+        QCOMPARE(r.w.tray().tip(), QStringLiteral("Tavo MP3 Player!"));
+        r.w.hide();
+        QCOMPARE(r.w.MenuPopupSys->defaultAction(), r.w.MenuPopRestore);
+        r.w.MenuPopRestore->trigger();
+        QVERIFY(r.w.isVisible());
+        r.w.close();
+        QVERIFY(!r.w.tray().isAdded());
+    }
+
+    // Notifications arrive as mouse-move coordinates: only these codes act.
+    void notificationsFromTheIcon_data() {
+        QTest::addColumn<int>("x");
+        QTest::addColumn<int>("y");
+        QTest::addColumn<bool>("restores");
+        QTest::addColumn<bool>("menu");
+        QTest::newRow("left down") << 513 << 0 << true << false;
+        QTest::newRow("left double") << 515 << 0 << true << false;
+        QTest::newRow("left down, y ignored") << 513 << 7 << true << false;
+        QTest::newRow("left up") << 514 << 0 << false << false;
+        QTest::newRow("plain move") << 100 << 40 << false << false;
+        QTest::newRow("right up off the icon row") << 517 << 3 << false << false;
+        QTest::newRow("right up opens the menu") << 517 << 0 << false << true;
+    }
+    void notificationsFromTheIcon() {
+        QFETCH(int, x);
+        QFETCH(int, y);
+        QFETCH(bool, restores);
+        QFETCH(bool, menu);
+        MainWindowRig r;
+        r.w.tray().trayAvailable = [] { return true; };
+        r.w.load();
+        r.w.showMinimized();
+        QTRY_VERIFY(!r.w.isVisible()); // minimized means: only the tray icon is left
+        r.w.TrayNotification(x, y);
+        QCOMPARE(r.w.isVisible(), restores);
+        if (menu)
+            QTRY_VERIFY(r.w.MenuPopupSys->isVisible());
+        QCOMPARE(r.w.MenuPopupSys->isVisible(), menu);
+        r.w.MenuPopupSys->hide();
+        r.w.close();
+    }
+
+    // Hidden in the notification area only where there is one; else the window stays reachable.
+    void hiddenOnlyWithANotificationArea_data() {
+        QTest::addColumn<bool>("tray");
+        QTest::addColumn<bool>("minimize"); // else: started with "start"
+        QTest::newRow("start, with a tray") << true << false;
+        QTest::newRow("start, without") << false << false;
+        QTest::newRow("minimized, with a tray") << true << true;
+        QTest::newRow("minimized, without") << false << true;
+    }
+    void hiddenOnlyWithANotificationArea() {
+        QFETCH(bool, tray);
+        QFETCH(bool, minimize);
+        MainWindowRig r;
+        r.w.tray().trayAvailable = [tray] { return tray; };
+        r.w.load();
+        if (minimize) {
+            r.w.showMinimized();
+            QTest::qWait(20);
+        } else {
+            r.w.showAfterStart(false);
+        }
+        QCOMPARE(r.w.isVisible(), !tray);
+        r.w.close();
+    }
+    void laterStart_data() {
+        QTest::addColumn<QString>("before"); // what the socket path holds when the program starts
+        QTest::addColumn<bool>("runs");
+        QTest::newRow("nothing") << QStringLiteral("nothing") << true;
+        QTest::newRow("dead program's socket") << QStringLiteral("dead") << true;
+        QTest::newRow("running program") << QStringLiteral("running") << false;
+    }
+    void laterStart() {
+        QFETCH(QString, before);
+        QFETCH(bool, runs);
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("TavoMP3Player.instance"));
+        const QDBusConnection noBus(QStringLiteral("no bus"));
+        SingleInstance running(noBus, path);
+        if (before == QLatin1String("running"))
+            QVERIFY(running.claim(true, false));
+        else if (before == QLatin1String("dead"))
+            leaveDeadSocket(path);
+        QSignalSpy handedToRunning(&running, &SingleInstance::activationRequested);
+
+        SingleInstance program(noBus, path);
+        QSignalSpy handedToProgram(&program, &SingleInstance::activationRequested);
+        QCOMPARE(program.claim(false, true), runs);
+        if (!runs) {
+            QTRY_COMPARE(handedToRunning.size(), 1);
+            QCOMPARE(handedToRunning.first(), (QVariantList{false, true}));
+            return;
+        }
+        // The program that runs answers the next start.
+        SingleInstance next(noBus, path);
+        QVERIFY(!next.claim(true, false));
+        QTRY_COMPARE(handedToProgram.size(), 1);
+        QCOMPARE(handedToProgram.first(), (QVariantList{true, false}));
+    }
+};
+
+QTEST_MAIN(tst_Desktop)
+#include "tst_Desktop.moc"

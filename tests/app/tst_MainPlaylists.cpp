@@ -1,0 +1,432 @@
+// Table rows read better as plain literals; the product code keeps the strict conversions.
+#undef QT_NO_CAST_FROM_ASCII
+
+#include "player/PlaybackMonitor.h"
+#include "playlist/SongSelection.h"
+#include "playlist/widgets/PlaylistDropView.h"
+#include "playlist/widgets/PriorityFrame.h"
+#include "playlist/widgets/PriorityMenu.h"
+#include "playlist/widgets/TavoMP3Playlist2.h"
+#include "playlist/widgets/TavoMP3QuickSearch.h"
+#include "support/MainWindowRig.h"
+#include "support/TempMusicTree.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QLocale>
+#include <QMimeData>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+// The main window's list tools (building, priorities, keys, quick search) and the second playlist
+// window, on the fake player.
+class tst_MainPlaylists : public QObject {
+    Q_OBJECT
+
+    TempMusicTree m_music{{"ABBA - Gold/Waterloo.mp3", "ABBA - Gold/Dancing Queen.mp3", "Die Ärzte/Junge.mp3",
+                           "Die Ärzte/cover.jpg", "Greatest Hits/Song.mp3"}};
+    const QStringList m_built{"1. Dancing Queen", "2. Waterloo", "3. Junge", "4. Song"};
+
+    // A window whose list was built from the music folders by its button.
+    struct BuiltRig : MainWindowRig {
+        explicit BuiltRig(const QString& music) {
+            setting("WinampPath", "/usr/bin/mpv");
+            setting("UserMP3Directory", music);
+            w.load();
+            w.BCreateList->click();
+        }
+        QStringList rows() { return w.playlists().list(1).items(); }
+        QList<int> marked() { return w.playlists().list(1).selectedRows(); }
+        void mark(const QList<int>& rows) {
+            for (int r : rows)
+                w.playlists().list(1).setSelected(r, true);
+        }
+    };
+
+    struct ShownRig : MainWindowRig {
+        TavoMP3Playlist2& pl2 = *w.Playlist2;
+
+        // Lists 1 and 2 hold these many songs, and the window shows both.
+        ShownRig(int main, int second) {
+            fill(1, songs(main, "a"));
+            fill(2, songs(second, "b"));
+            w.show();
+            w.BPlaylist2Click();
+        }
+        void fill(int n, const QStringList& paths) {
+            if (paths.isEmpty())
+                return;
+            w.playlists().paths(n) = paths;
+            w.playlists().FuncDisplayPlaylist(true, n);
+        }
+        void key(int key, Qt::KeyboardModifiers mods = Qt::NoModifier) {
+            QTest::keyClick(pl2.FPlaylist, Qt::Key(key), mods);
+        }
+        QPoint docked() const { return {w.frameGeometry().right() + 1, w.frameGeometry().y()}; }
+    };
+
+    // A drop on the list's viewport the way the window system delivers it.
+    static void drop(PlaylistDropView* view, const QPoint& at, const QString& text, Qt::DropAction action) {
+        QMimeData data;
+        data.setText(text);
+        QDragEnterEvent enter(at, action, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(view->viewport(), &enter);
+        QDragMoveEvent move(at, action, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(view->viewport(), &move);
+        QDropEvent dropped(QPointF(at), action, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(view->viewport(), &dropped);
+    }
+
+private slots:
+    void initTestCase() { QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany)); }
+
+    // The build marks the list changed; an update keeps the priorities the user set.
+    void buildAndUpdateKeepPriority() {
+        TempMusicTree music({"ABBA - Gold/Waterloo.mp3", "ABBA - Gold/Dancing Queen.mp3",
+                             "Die Ärzte/Junge.mp3", "Greatest Hits/Song.mp3"});
+        BuiltRig r(music.root());
+        QVERIFY(r.w.FStatus->text().endsWith("s  -  Einträge: 4"));
+        QVERIFY(r.w.playlists().PlaylistChanged);
+        r.mark({1});
+        r.w.Frame1->FPrio.at(2)->click();
+        music.add({"Neu/Lied.mp3"});
+        music.remove("Die Ärzte/Junge.mp3");
+        r.w.BUpdateList->click();
+        QCOMPARE(r.rows(), (QStringList{"1. Dancing Queen", "2. Waterloo", "3. Song", "4. Lied"}));
+        QCOMPARE(r.w.playlists().PlaylistPaths.at(1), music.line("ABBA - Gold/Waterloo.mp3", '2'));
+        QVERIFY(r.w.FStatus->text().contains("   Liste neu: 3  Liste vorher: 3"));
+    }
+
+    // The frame's options, the list's context menu and the tray menu set the digit their entry names.
+    void priorityButtonsAndMenus_data() {
+        QTest::addColumn<QString>("control"); // "frame", "context" or "tray"
+        QTest::addColumn<int>("index");       // FPrio index, or menu index
+        QTest::addColumn<QString>("caption"); // of the menu entry
+        QTest::newRow("FPrio(0)") << u"frame"_s << 0 << u"0"_s;
+        QTest::newRow("FPrio(3)") << u"frame"_s << 3 << u"3"_s;
+        QTest::newRow("context 5") << u"context"_s << 0 << u"&5 = normal"_s;
+        QTest::newRow("context 0") << u"context"_s << 5 << u"&0 = nie"_s;
+        QTest::newRow("tray 2") << u"tray"_s << 3 << u"&2 = selten"_s;
+        QTest::newRow("tray 0") << u"tray"_s << 5 << u"&0 = nie"_s;
+    }
+    void priorityButtonsAndMenus() {
+        QFETCH(QString, control);
+        QFETCH(int, index);
+        QFETCH(QString, caption);
+        BuiltRig r(m_music.root());
+        r.w.playlists().PlaylistChanged = false;
+        r.mark({0, 3});
+        QAction* entry = control == "context" ? r.w.MenuPlaylistSetPrio->MenuSetPrio.at(index)
+                         : control == "tray"  ? r.w.MenuSetPrio.at(index)
+                                              : nullptr;
+        if (entry) {
+            QCOMPARE(entry->text(), caption);
+            entry->trigger();
+        } else {
+            r.w.Frame1->FPrio.at(index)->click();
+        }
+        const QChar digit = caption.at(caption.startsWith('&') ? 1 : 0);
+        const QStringList& paths = r.w.playlists().PlaylistPaths;
+        QCOMPARE(paths.at(0).back(), digit);
+        QCOMPARE(paths.at(1).back(), QLatin1Char('5'));
+        QCOMPARE(paths.at(3).back(), digit);
+        QCOMPARE(r.w.FStatus->text(),
+                 QStringLiteral("Priorität %1 bei allen markierten Einträgen (2) gesetzt!").arg(digit));
+        QVERIFY(!r.w.playlists().PlaylistChanged);
+    }
+
+    void keysOnTheList_data() {
+        QTest::addColumn<QList<int>>("marked");
+        QTest::addColumn<int>("key");
+        QTest::addColumn<int>("modifiers");
+        QTest::addColumn<QStringList>("rows");
+        QTest::addColumn<QList<int>>("markedAfter");
+        QTest::addColumn<QString>("status");
+        QTest::newRow("delete two") << QList<int>{0, 2} << int(Qt::Key_Delete) << 0
+                                    << QStringList{"1. Waterloo", "2. Song"} << QList<int>{}
+                                    << u"2 Einträge gelöscht!"_s;
+        QTest::newRow("delete nothing") << QList<int>{} << int(Qt::Key_Delete) << 0 << m_built << QList<int>{}
+                                        << u"0 Einträge gelöscht!"_s;
+        QTest::newRow("ctrl+a") << QList<int>{1} << int(Qt::Key_A) << int(Qt::ControlModifier) << m_built
+                                << QList<int>{0, 1, 2, 3} << QString();
+    }
+    void keysOnTheList() {
+        QFETCH(QList<int>, marked);
+        QFETCH(int, key);
+        QFETCH(int, modifiers);
+        QFETCH(QStringList, rows);
+        QFETCH(QList<int>, markedAfter);
+        QFETCH(QString, status);
+        BuiltRig r(m_music.root());
+        r.mark(marked);
+        const QString before = r.w.FStatus->text();
+        QTest::keyClick(r.w.FPlaylist, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+        QCOMPARE(r.rows(), rows);
+        QCOMPARE(r.marked(), markedAfter);
+        QCOMPARE(r.w.FStatus->text(), status.isEmpty() ? before : status);
+        QVERIFY(r.w.findChild<TavoMP3QuickSearch*>() == nullptr);
+    }
+
+    // A letter or digit typed on the list opens the quick search with it (letters in upper case);
+    // the search runs from the OK button or Enter on a search option, not from Escape or Cancel.
+    void quickSearchFromTheList_data() {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<QString>("more"); // typed into the search field
+        QTest::addColumn<QString>("how");
+        QTest::addColumn<QList<int>>("marked");
+        QTest::addColumn<QString>("found"); // file named in the status; empty: status unchanged
+        QTest::newRow("album by the OK button")
+            << int(Qt::Key_H) << u"its"_s << u"ok"_s << QList<int>{3} << u"Greatest Hits/Song.mp3"_s;
+        QTest::newRow("album by Enter on the option")
+            << int(Qt::Key_H) << u"its"_s << u"enter"_s << QList<int>{3} << u"Greatest Hits/Song.mp3"_s;
+        QTest::newRow("escape in the options")
+            << int(Qt::Key_7) << u""_s << u"escape"_s << QList<int>{} << u""_s;
+        QTest::newRow("cancel button") << int(Qt::Key_J) << u""_s << u"cancel"_s << QList<int>{} << u""_s;
+    }
+    void quickSearchFromTheList() {
+        QFETCH(int, key);
+        QFETCH(QString, more);
+        QFETCH(QString, how);
+        QFETCH(QList<int>, marked);
+        QFETCH(QString, found);
+        BuiltRig r(m_music.root());
+        const QString before = r.w.FStatus->text();
+        QTest::keyClick(r.w.FPlaylist, Qt::Key(key));
+        auto* search = r.w.findChild<TavoMP3QuickSearch*>();
+        QVERIFY(search);
+        QVERIFY(search->isVisible() && !search->isModal());
+        QTest::keyClicks(search->FSearchtext, more);
+        const QString typed = QChar(key) + more;
+        QCOMPARE(search->FSearchtext->text(), typed);
+        search->RSearchMode.at(2)->setChecked(true); // album
+        if (how == "ok")
+            search->OKButton->click();
+        else if (how == "enter")
+            QTest::keyClick(search->RSearchMode.at(2), Qt::Key_Enter);
+        else if (how == "escape")
+            QTest::keyClick(search->RSearchMode.at(0), Qt::Key_Escape);
+        else
+            search->CancelButton->click();
+        QVERIFY(!search->isVisible());
+        QCOMPARE(r.marked(), marked);
+        QCOMPARE(r.w.FStatus->text(),
+                 found.isEmpty() ? before : "\"" + typed + "\" gefunden ---> " + m_music.path(found));
+    }
+
+    void quickSearchMarksTheHitAndF3Continues() {
+        BuiltRig r(m_music.root());
+        QTest::keyClick(r.w.FPlaylist, Qt::Key_N);
+        auto* search = r.w.findChild<TavoMP3QuickSearch*>();
+        QVERIFY(search);
+        search->RSearchMode.at(1)->setChecked(true); // Volltextsuche
+        QTest::keyClick(search->FSearchtext, Qt::Key_Return);
+        QCOMPARE(r.marked(), QList<int>{0}); // "Dancing Queen"
+        QCOMPARE(r.w.FStatus->text(), "\"N\" gefunden!");
+        QTest::keyClick(r.w.FPlaylist, Qt::Key_F3);
+        QCOMPARE(r.marked(), QList<int>{2}); // "Junge"
+        QTest::keyClick(r.w.FPlaylist, Qt::Key_F3);
+        QCOMPARE(r.marked(), QList<int>{3}); // "Song"
+        QTest::keyClick(r.w.FPlaylist, Qt::Key_F3);
+        QCOMPARE(r.w.FStatus->text(), "Kein Suchergebnis für \"N\"!");
+        QCOMPARE(r.marked(), QList<int>{3});
+    }
+    // The button shows the window docked beside the main window and makes its list the active one;
+    // the user may put it elsewhere, where it stays until the main window moves.
+    void buttonAndDockingFollowTheMainWindow() {
+        ShownRig r(0, 0);
+        r.w.BPlaylist2Click(); // hidden again
+        r.w.move(40, 30);
+        r.w.BPlaylist2->click();
+        QVERIFY(r.pl2.isVisible() && r.pl2.PL2Visible);
+        QVERIFY(r.w.PL[2]->isChecked() && !r.w.PL[1]->isChecked());
+        QVERIFY(!r.w.mainPlaylistActive);
+        QCOMPARE(r.pl2.pos(), r.docked());
+
+        r.w.dockPlaylist2();
+        r.pl2.move(500, 400);
+        r.w.dockPlaylist2();
+        QCOMPARE(r.pl2.pos(), QPoint(500, 400));
+        r.w.move(60, 70);
+        r.w.dockPlaylist2();
+        QCOMPARE(r.pl2.pos(), r.docked());
+        const QRect frame = r.w.frameGeometry();
+        QCOMPARE(r.w.LastDockedPosition, QString::number(frame.x()) + QString::number(frame.y()));
+
+        r.w.BPlaylist2->click();
+        QVERIFY(!r.pl2.isVisible() && !r.pl2.PL2Visible);
+        QVERIFY(r.w.PL[1]->isChecked());
+        QVERIFY(r.w.mainPlaylistActive);
+        // A minimized main window takes the docked window along.
+        r.w.BPlaylist2->click();
+        r.w.setWindowState(Qt::WindowMinimized);
+        r.w.dockPlaylist2();
+        QVERIFY(!r.pl2.isVisible());
+    }
+
+    void closingHidesAndKeepsTheEntries() {
+        ShownRig r(0, 3);
+        QVERIFY(!r.pl2.close());
+        QVERIFY(!r.pl2.isVisible());
+        // Activating the main window shows it again: it is still meant to be shown.
+        r.w.activateWindow();
+        QApplication::setActiveWindow(&r.w);
+        QTRY_VERIFY(r.pl2.isVisible());
+        QCOMPARE(r.w.playlists().list(2).itemText(2), "3. Song02");
+    }
+
+    void dropCountsRowsFromTheFirstVisibleOne_data() {
+        QTest::addColumn<int>("scrollRows");
+        QTest::addColumn<int>("yPixels");
+        QTest::addColumn<bool>("move");
+        QTest::addColumn<int>("expectedRow"); // -1: refused
+        // 96 dpi: 15 twips per pixel, a row of 195.5 twips is 13 pixels.
+        QTest::newRow("top edge") << 0 << 0 << false << 0;
+        QTest::newRow("third visible row, unscrolled") << 0 << 26 << false << 2;
+        QTest::newRow("third visible row, scrolled by 30") << 30 << 26 << false << 2;
+        QTest::newRow("half row rounds to even") << 0 << 13 << false << 1;
+        QTest::newRow("a moved row is refused") << 0 << 5 << true << -1;
+    }
+    void dropCountsRowsFromTheFirstVisibleOne() {
+        QFETCH(int, scrollRows);
+        QFETCH(int, yPixels);
+        QFETCH(bool, move);
+        QFETCH(int, expectedRow);
+        ShownRig r(5, 60);
+        QVERIFY(QTest::qWaitForWindowExposed(&r.pl2));
+        QCOMPARE(r.pl2.FPlaylist->logicalDpiY(), 96);
+        r.pl2.FPlaylist->verticalScrollBar()->setValue(scrollRows);
+        drop(r.pl2.FPlaylist, QPoint(10, yPixels), "4. Song03", move ? Qt::MoveAction : Qt::CopyAction);
+        const QStringList& paths = r.w.playlists().Playlist2Paths;
+        QCOMPARE(r.pl2.FStatus->text(), QStringLiteral("x: 150 / y: %1 ---> %2 effect: %3")
+                                            .arg(yPixels * 15)
+                                            .arg(std::max(expectedRow, 0))
+                                            .arg(move ? 2 : 1));
+        if (move) {
+            QCOMPARE(paths, r.songs(60, "b"));
+            QCOMPARE(r.t.dialogs.messageTexts(), QStringList{"Geht noch ned... :-("});
+            return;
+        }
+        QCOMPARE(paths.size(), 61);
+        QCOMPARE(paths.at(expectedRow), "/a/Song03.mp3:5");
+        QCOMPARE(r.w.playlists().list(2).count(), 61);
+        QCOMPARE(r.w.playlists().list(2).itemText(expectedRow),
+                 QStringLiteral("%1. Song03").arg(expectedRow + 1));
+    }
+
+    void mainListDragsTheCurrentRowAsText() {
+        ShownRig r(5, 0);
+        PlaylistListModel& list = r.w.playlists().list(1);
+        list.selectAll();
+        list.selection().setCurrentIndex(list.index(3), QItemSelectionModel::NoUpdate);
+        std::unique_ptr<QMimeData> data(list.mimeData({list.index(1), list.index(3)}));
+        QCOMPARE(data->text(), "4. Song03");
+        QVERIFY(r.w.FPlaylist->dragEnabled());
+    }
+
+    // A click plays from the second list and makes it the active one; its songs enter no history.
+    void keysAndClicksOnTheList() {
+        ShownRig r(3, 4);
+        r.w.BPlaylist2Click();
+        QVERIFY(r.w.PL[1]->isChecked());
+        emit r.pl2.rowClicked(1);
+        QVERIFY(r.w.PL[2]->isChecked());
+        QCOMPARE(r.player.playedFiles(), QStringList{"/b/Song01.mp3"});
+        QCOMPARE(r.w.Playlist2Position, 1);
+        QCOMPARE(r.w.prevSongs().slot(1), qint32(0));
+        r.w.BPlaylist2Click();
+        PlaylistListModel& list = r.w.playlists().list(2);
+
+        r.key(Qt::Key_A, Qt::ControlModifier);
+        QCOMPARE(list.selectedRows(), (QList<int>{0, 1, 2, 3}));
+        list.selectOnly(2);
+        r.pl2.FPlaylist->setCurrentIndex(list.index(2));
+        r.key(Qt::Key_Return);
+        QCOMPARE(r.player.playedFiles().last(), "/b/Song02.mp3");
+        list.selectOnly(0);
+        r.key(Qt::Key_Delete);
+        QCOMPARE(r.w.playlists().Playlist2Paths.size(), 3);
+        QCOMPARE(r.w.playlists().Playlist2Paths.first(), "/b/Song01.mp3:5");
+    }
+
+    void emptyListIgnoresItsKeys() {
+        ShownRig r(0, 0);
+        QSignalSpy deletes(&r.pl2, &TavoMP3Playlist2::deletePressed);
+        QSignalSpy spaces(&r.pl2, &TavoMP3Playlist2::spacePressed);
+        r.key(Qt::Key_Delete);
+        r.key(Qt::Key_Space);
+        QCOMPARE(deletes.count() + spaces.count(), 0);
+    }
+
+    void spaceSkipsAheadOnlyWithEnoughLeft_data() {
+        QTest::addColumn<int>("positionSeconds");
+        QTest::addColumn<QStringList>("jumps");
+        // Song of 200 s: more than 25 s left jumps 20 s ahead.
+        QTest::newRow("plenty left") << 100 << QStringList{"JumpToTime 120000"};
+        QTest::newRow("26 left") << 174 << QStringList{"JumpToTime 194000"};
+        QTest::newRow("exactly 25 left") << 175 << QStringList{};
+    }
+    void spaceSkipsAheadOnlyWithEnoughLeft() {
+        QFETCH(int, positionSeconds);
+        QFETCH(QStringList, jumps);
+        ShownRig r(1, 2);
+        r.player.defaultLengthSeconds = 200;
+        r.w.songSelection().PlaySong(0, 1);
+        r.player.positionMs = qint64(positionSeconds) * 1000;
+        r.w.playback().tmrTimeTick();
+        r.player.clearLog();
+        r.key(Qt::Key_Space);
+        QCOMPARE(r.player.calls.filter("JumpToTime"), jumps);
+    }
+
+    void endOfPlaylist2_data() {
+        QTest::addColumn<bool>("shutdownBox");
+        QTest::newRow("box ticked: power off") << true;
+        QTest::newRow("box clear: end of list") << false;
+    }
+    void endOfPlaylist2() {
+        QFETCH(bool, shutdownBox);
+        ShownRig r(3, 2);
+        r.w.ShuffleStatus = shutdownBox; // a ticked box switches shuffle off
+        r.pl2.ShutdownOnPL2End->setChecked(shutdownBox);
+        emit r.pl2.rowClicked(0);
+        r.w.PlayMode = 1;
+        r.w.playback().tmrTimeTick(); // still playing song 1
+        r.player.finishSong();
+        r.w.playback().tmrTimeTick(); // song 2 of 2 starts, in order when the box is ticked
+        QCOMPARE(r.player.playedFiles().size(), 2);
+        if (shutdownBox)
+            QCOMPARE(r.player.playedFiles().last(), "/b/Song01.mp3");
+        r.player.finishSong();
+        r.player.userStop();
+        for (int tick = 0; tick < 3; ++tick) // the end is one event, however many ticks follow it
+            r.w.playback().tmrTimeTick();
+        QCOMPARE(r.t.power.requests, shutdownBox ? QList<qint32>{1} : QList<qint32>{});
+        if (shutdownBox) {
+            QVERIFY(!r.w.ShuffleStatus);
+        } else {
+            QCOMPARE(r.w.FStatus->text(), "Playlistende erreicht - Playmodus gestoppt.");
+            QCOMPARE(r.w.PlayMode, quint8(0));
+        }
+        QCOMPARE(r.w.prevSongs().slot(1), qint32(0));
+    }
+
+    void startLoadsTheSecondPlaylistFile() {
+        MainWindowRig r;
+        const QString two = r.writeList(r.songs(2, "b"), "two.txt");
+        r.setting("PlaylistFile2", two);
+        const QString one = r.load(r.songs(3, "a"));
+        QCOMPARE(r.w.playlists().Playlist2Paths, r.songs(2, "b"));
+        QCOMPARE(r.w.Playlist2->FActPlaylist->text(), two);
+        QCOMPARE(r.w.FActPlaylist->text(), one);
+        QVERIFY(r.w.FStatus->text().startsWith("Playliste 2 aus Datei geladen in "));
+        QVERIFY(r.w.PL[1]->isChecked());
+        QVERIFY(!r.w.Playlist2->isVisible());
+    }
+};
+
+QTEST_MAIN(tst_MainPlaylists)
+#include "tst_MainPlaylists.moc"

@@ -1,0 +1,264 @@
+// Table rows read better as plain literals; the product code keeps the strict conversions.
+#undef QT_NO_CAST_FROM_ASCII
+
+#include "support/MainWindowRig.h"
+#include "support/Mp3Synth.h"
+#include "ui/BackgroundPicture.h"
+#include "ui/TavoMP3Settings.h"
+#include "ui/TavoxMiniDiagram.h"
+
+#include <QCheckBox>
+#include <QImage>
+#include <QKeyEvent>
+#include <QListWidget>
+#include <QLocale>
+#include <QMouseEvent>
+#include <QSlider>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+// What the main window shows: the colour scheme's roles, the indicators, the background picture,
+// and the report buttons with the mini diagram of the clicked song.
+class tst_MainWindowDisplay : public QObject {
+    Q_OBJECT
+
+    static QColor text(const QWidget* w) { return w->palette().color(QPalette::WindowText); }
+    static QColor face(const QWidget* w) { return w->palette().color(QPalette::Window); }
+    static QColor base(const QWidget* w) { return w->palette().color(QPalette::Base); }
+
+    QTemporaryDir m_dir;
+    QStringList m_songs; // 101 playlist lines of synthesized files
+
+    // A loaded window on these lines whose reports go to the test's folder.
+    void load(MainWindowRig& r, const QStringList& lines) {
+        r.w.BitrateReportPath = m_dir.filePath(QStringLiteral("MP3Info.txt"));
+        r.w.PriorityReportPath = m_dir.filePath(QStringLiteral("MP3Prio.txt"));
+        r.load(lines);
+    }
+
+    static QByteArray readAll(const QString& path) {
+        QFile f(path);
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    }
+
+private slots:
+    // Every role of the built-in preset reaches its widgets, and the secondary windows, created
+    // unshown for it; the settings window keeps its own look.
+    void freshStartPaintsEveryRole() {
+        MainWindowRig r;
+        int created = 0;
+        QWidget* other = nullptr;
+        r.w.addSchemeWindow([&]() -> QWidget* {
+            if (!other) {
+                ++created;
+                other = new QWidget(&r.w, Qt::Window);
+                new QLabel("Suche", other);
+                new QListView(other);
+            }
+            return other;
+        });
+        r.load();
+        QCOMPARE(text(r.w.FSleepmode), QColor(200, 200, 0));
+        QCOMPARE(face(r.w.centralWidget()), QColor(38, 38, 38));
+        QCOMPARE(base(r.w.FPlaylist), QColor(106, 125, 192));
+        QCOMPARE(r.w.FPlaylist->palette().color(QPalette::Text), QColor(0, 0, 0));
+        QCOMPARE(r.w.BPLOpen->foreColor(), QColor(138, 142, 34));
+        QCOMPARE(r.w.BPLOpen->image(), r.w.SkinWide); // the load gives the skin buttons their face
+        QCOMPARE(text(r.w.lblTrackName), QColor(0, 160, 0));
+        QCOMPARE(face(r.w.lblTime), QColor(0, 0, 0));
+        QCOMPARE(r.w.TavoxMiniDiagram1->textColor(), QColor(0, 160, 0));
+        QCOMPARE(r.w.TavoxMiniDiagram1->backgroundColor(), QColor(0, 0, 0));
+        // After the preset the load redraws the indicators with the fixed greens.
+        QCOMPARE(text(r.w.lblShuffle), QColor(0, 64, 0));
+        QCOMPARE(created, 1);
+        QVERIFY(!other->isVisible());
+        QCOMPARE(face(other), QColor(38, 38, 38));
+        QCOMPARE(text(other->findChild<QLabel*>()), QColor(200, 200, 0));
+        QCOMPARE(base(other->findChild<QListView*>()), QColor(106, 125, 192));
+        QVERIFY(!r.w.settingsWindow()->isVisible());
+        QVERIFY(r.w.settingsWindow()->FStatus->palette().color(QPalette::Window) != QColor(106, 125, 192));
+    }
+
+    // Indicators of a mode that is on take the bright display text, the others the dark one; after a
+    // toggle the fixed greens, on the toggled indicators only.
+    void updateColorsUsesTheFixedGreensAfterAPresetLoad() {
+        MainWindowRig r;
+        r.setting("ActivePreset", "4");
+        r.t.settings.SaveSetting("Preset4", "PresetName", "Rot");
+        r.t.settings.SaveSetting("Preset4", "DisplayTextBright", "255 000 000");
+        r.t.settings.SaveSetting("Preset4", "DisplayTextDark", "100 000 000");
+        r.w.load();
+        r.w.ShuffleOn = true;
+        r.w.settingsWindow()->LoadPreset("4", "LoadPresetClick");
+        QCOMPARE(text(r.w.lblShuffle), QColor(255, 0, 0));
+        QCOMPARE(text(r.w.LAutoCue), QColor(100, 0, 0));
+        r.w.RepeatOn = true;
+        r.w.SetColorDisplayTextBright(Rgb{250, 1, 2});
+        QCOMPARE(text(r.w.lblRepeat), QColor(250, 1, 2));
+        QCOMPARE(text(r.w.LAutoCue), QColor(100, 0, 0));
+        r.w.RepeatOn = false;
+        r.w.SetColorDisplayTextDark(Rgb{3, 4, 150});
+        r.w.ShuffleOn = false; // the toggle, as the transport does it
+        r.w.UpdateColors();
+        QCOMPARE(text(r.w.lblShuffle), QColor(0, 64, 0));
+        QCOMPARE(text(r.w.LAutoCue), QColor(0, 64, 0));
+        QCOMPARE(text(r.w.lblRepeat), QColor(3, 4, 150)); // not touched
+        r.w.ShuffleOn = true;
+        r.w.UpdateColors();
+        QCOMPARE(text(r.w.lblShuffle), QColor(0, 192, 0));
+    }
+
+    void backgroundPictureLoadsAndIgnoresErrors() {
+        MainWindowRig r;
+        const QString path = r.dir.filePath("bg.png");
+        QImage image(40, 30, QImage::Format_RGB32);
+        image.fill(QColor(10, 200, 30));
+        QVERIFY(image.save(path));
+        r.setting("BGImagePath", path);
+        r.w.load();
+        QCOMPARE(r.w.backgroundPicture()->picture().size(), QSize(40, 30));
+        QCOMPARE(r.w.centralWidget()->grab().toImage().pixelColor(5, 5), QColor(10, 200, 30));
+        r.w.LoadBGImage(r.dir.filePath("fehlt.png")); // missing: the old picture stays
+        QCOMPARE(r.w.backgroundPicture()->picture().size(), QSize(40, 30));
+        r.w.LoadBGImage(""); // empty: removed, no message
+        QVERIFY(r.w.backgroundPicture()->picture().isNull());
+        QCOMPARE(r.w.centralWidget()->grab().toImage().pixelColor(5, 5), QColor(38, 38, 38));
+        QVERIFY(r.t.dialogs.questions.isEmpty());
+    }
+
+    // The menu opens the settings window the load made; a slider edit there repaints at once, the
+    // button background alone changes nothing (the skin buttons draw their own face).
+    void menuOpensTheSameSettingsWindow() {
+        MainWindowRig r;
+        r.w.load();
+        const QImage before = r.w.grab().toImage();
+        r.w.SetColorButtonBackground(Rgb{255, 0, 255});
+        QCOMPARE(r.w.grab().toImage(), before);
+        TavoMP3Settings* hidden = r.w.settingsWindow();
+        r.w.MenuEinstellungen->trigger();
+        QCOMPARE(r.w.settingsWindow(), hidden);
+        QVERIFY(hidden->isVisible());
+        hidden->LColorType->setCurrentRow(ColorRoles::Background);
+        hidden->SliderRed->setValue(90);
+        QCOMPARE(face(r.w.centralWidget()), QColor(90, 38, 38));
+    }
+
+    void initTestCase() {
+        QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+        using namespace Mp3Synth;
+        const Frame f;
+        const QByteArray cbr = cbrFrames(f, 400);
+        const QList<int> pattern = vbrPattern(500);
+        const QByteArray vbr = xingFrame(f, "Xing", 500, 0) + vbrFrames(f, pattern);
+        for (int i = 0; i < 101; ++i) {
+            const QString path =
+                m_dir.filePath(QStringLiteral("Lied %1.mp3").arg(i, 3, 10, QLatin1Char('0')));
+            QFile out(path);
+            QVERIFY(out.open(QIODevice::WriteOnly));
+            out.write(i == 1 ? vbr : cbr);
+            m_songs << path + QStringLiteral(":%1").arg(i % 6);
+        }
+    }
+
+    // Each report button asks first, then writes its report over the playlist and tells so.
+    void reportButtons_data() {
+        QTest::addColumn<bool>("bitrate");
+        QTest::addColumn<int>("lines");
+        QTest::addColumn<QString>("first");
+        QTest::addColumn<QString>("second");
+        QTest::addColumn<QString>("progress");
+        QTest::addColumn<QString>("status");
+        QTest::newRow("priorities 0..3 of i % 6")
+            << false << 68 << u"Lied 000.mp3 - 0"_s << u"Lied 001.mp3 - 1"_s << u"100/100"_s
+            << u"MP3Prio Report fertig. Benötigte Zeit: "_s;
+        QTest::newRow("bitrate: CBR, then VBR")
+            << true << 101 << u"Ret: 0   BitRate: 128000 bps   VBR: 0   Playtime: 10 s    Zeit: "_s
+            << u" bps   VBR: 1   Playtime: 13 s    Zeit: "_s << u"100/100 - Zeit akt. Lied: "_s
+            << u"Bitrate Report fertig. Benötigte Zeit: "_s;
+    }
+    void reportButtons() {
+        QFETCH(bool, bitrate);
+        QFETCH(int, lines);
+        QFETCH(QString, first);
+        QFETCH(QString, second);
+        QFETCH(QString, progress);
+        QFETCH(QString, status);
+        MainWindowRig r;
+        load(r, m_songs);
+        TavoMP3PlayerMain& w = r.w;
+        ScriptedDialogs& d = r.t.dialogs;
+        d.answers = {Dialogs::Answer::Yes};
+        QTest::mouseClick(bitrate ? w.BReportBitrate : w.BReportPrio, Qt::LeftButton);
+        QCOMPARE(d.questions.size(), 1);
+        const QString path = bitrate ? w.BitrateReportPath : w.PriorityReportPath;
+        if (bitrate)
+            QVERIFY(d.questions.first().text.contains(path + QStringLiteral(" abgespeichert.")));
+        const QStringList written = QString::fromUtf8(readAll(path)).split(QStringLiteral("\r\n"));
+        QCOMPARE(written.size(), lines + 1);
+        QVERIFY2(written.at(0).contains(first), qPrintable(written.at(0)));
+        QVERIFY2(written.at(1).contains(second), qPrintable(written.at(1)));
+        QVERIFY(w.FTest->text().startsWith(progress));
+        QVERIFY(w.FStatus->text().startsWith(status));
+    }
+
+    void escapeStopsTheBitrateReportAndClicksWait() {
+        MainWindowRig r;
+        load(r, m_songs);
+        TavoMP3PlayerMain& w = r.w;
+        ScriptedDialogs& d = r.t.dialogs;
+        d.answers = {Dialogs::Answer::Yes, Dialogs::Answer::Yes};
+        // Pending when the run starts: Esc pressed on the list, and a click on the other report
+        // button that must not start a second report inside the first.
+        QCoreApplication::postEvent(w.FPlaylist,
+                                    new QKeyEvent(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier));
+        const QPointF centre = QPointF(w.BReportPrio->rect().center());
+        QCoreApplication::postEvent(w.BReportPrio,
+                                    new QMouseEvent(QEvent::MouseButtonPress, centre, centre, Qt::LeftButton,
+                                                    Qt::LeftButton, Qt::NoModifier));
+        QCoreApplication::postEvent(w.BReportPrio,
+                                    new QMouseEvent(QEvent::MouseButtonRelease, centre, centre,
+                                                    Qt::LeftButton, Qt::NoButton, Qt::NoModifier));
+        QTest::mouseClick(w.BReportBitrate, Qt::LeftButton);
+        QCOMPARE(d.questions.size(), 2);
+        QCOMPARE(d.questions.at(1).text, QStringLiteral("Möchten Sie den Bitratereport wirklich abbrechen?"));
+        QCOMPARE(w.FStatus->text(), QStringLiteral("Bitratereport abgebrochen."));
+        QCOMPARE(readAll(w.BitrateReportPath).count("\r\n"), 1);
+        QCoreApplication::processEvents();
+        QCOMPARE(d.questions.size(), 2);
+    }
+
+    void shortPlaylistShowsTheErrorMessage() {
+        MainWindowRig r;
+        load(r, m_songs.mid(0, 2));
+        QTest::mouseClick(r.w.BReportBitrate, Qt::LeftButton);
+        QCOMPARE(r.t.dialogs.messageTexts(),
+                 QStringList{QStringLiteral(
+                     "Fehler in BReportBitrate_Click in Zeile 1: Index außerhalb des gültigen Bereichs")});
+        QVERIFY(r.w.isVisible());
+    }
+
+    void clickedSongShowsItsHistogram() {
+        MainWindowRig r;
+        load(r, m_songs);
+        TavoMP3PlayerMain& w = r.w;
+        auto click = [&w](int row) {
+            const QRect r = w.FPlaylist->visualRect(w.FPlaylist->model()->index(row, 0));
+            QTest::mouseClick(w.FPlaylist->viewport(), Qt::LeftButton, Qt::NoModifier, r.center());
+        };
+        click(0); // CBR: one full bar at 128 kbit/s (class 9)
+        for (int i = 1; i <= 14; ++i)
+            QCOMPARE(w.TavoxMiniDiagram1->lineEnd(i), i == 9 ? 1320 : 380);
+        click(1); // VBR: every class of the pattern has frames
+        int full = 0;
+        for (int i = 1; i <= 14; ++i) {
+            QVERIFY(w.TavoxMiniDiagram1->lineEnd(i) > 380);
+            full += w.TavoxMiniDiagram1->lineEnd(i) == 1320 ? 1 : 0;
+        }
+        QVERIFY(full >= 1);
+        QVERIFY(r.t.dialogs.questions.isEmpty());
+    }
+};
+
+QTEST_MAIN(tst_MainWindowDisplay)
+#include "tst_MainWindowDisplay.moc"
