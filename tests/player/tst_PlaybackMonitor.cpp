@@ -2,6 +2,8 @@
 
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 // The 750 ms monitor: continuous play, the end of a list, pause, the display labels and the title scroll.
 class tst_PlaybackMonitor : public QObject {
     Q_OBJECT
@@ -9,7 +11,7 @@ class tst_PlaybackMonitor : public QObject {
     static QStringList songs(int count) {
         QStringList s;
         for (int i = 0; i < count; ++i)
-            s << QStringLiteral("s%1").arg(i);
+            s << u"s%1"_s.arg(i);
         return s;
     }
 
@@ -18,11 +20,10 @@ private slots:
         QTest::addColumn<int>("seconds");
         QTest::addColumn<QString>("text");
         QTest::addColumn<int>("after");
-        QTest::newRow("0") << 0 << QStringLiteral("0:00") << 0;
-        QTest::newRow("67") << 67 << QStringLiteral("1:07") << 67;
-        QTest::newRow("3725 has no hours") << 3725 << QStringLiteral("62:05") << 3725;
-        QTest::newRow("negative is set to 0") << -5 << QStringLiteral("0:00") << 0;
-        QTest::newRow("largest") << 32767 << QStringLiteral("546:07") << 32767;
+        QTest::newRow("67") << 67 << u"1:07"_s << 67;
+        QTest::newRow("3725 has no hours") << 3725 << u"62:05"_s << 3725;
+        QTest::newRow("negative is set to 0") << -5 << u"0:00"_s << 0;
+        QTest::newRow("largest") << 32767 << u"546:07"_s << 32767;
     }
     void formatTime() {
         QFETCH(int, seconds);
@@ -33,84 +34,53 @@ private slots:
         QCOMPARE(int(s), after);
     }
 
-    void playsInOrderToTheEndOfTheList() {
-        PlaybackRig r;
-        r.setPlaylist(1, songs(3));
-        r.player.defaultLengthSeconds = 2;
-        r.transport.Play(0);
-        r.run(20);
-        QCOMPARE(r.player.playedFiles(),
-                 (QStringList{QStringLiteral("/m/s0.mp3"), QStringLiteral("/m/s1.mp3"),
-                              QStringLiteral("/m/s2.mp3")}));
-        QCOMPARE(r.state.PlayMode, quint8(0));
-        QCOMPARE(r.statusText(), QStringLiteral("Playlistende erreicht - Playmodus gestoppt."));
-        QCOMPARE(r.state.PlaylistPosition, 2);
-        QCOMPARE(r.history.slot(1), 2);
-        QCOMPARE(r.history.slot(3), 0);
+    // What the ticks do after Play: the played files, and where play mode and the status line end up.
+    void ticksAfterPlay_data() {
+        QTest::addColumn<QString>("how");
+        QTest::addColumn<QStringList>("played");
+        QTest::addColumn<int>("playMode");
+        QTest::addColumn<QString>("status");
+        const QString end = u"Playlistende erreicht - Playmodus gestoppt."_s;
+        QTest::newRow("autocue plays one song")
+            << u"autocue"_s << QStringList{u"/m/s1.mp3"_s} << 0 << QString();
+        QTest::newRow("user stop in the player: next song")
+            << u"userStop"_s << QStringList{u"/m/s1.mp3"_s, u"/m/s2.mp3"_s} << 1 << QString();
+        QTest::newRow("pause holds the song") << u"pause"_s << QStringList{u"/m/s1.mp3"_s} << 1 << QString();
+        // A closed player answers 0 (stopped) to everything: one song per tick to the end of the list.
+        QTest::newRow("closed player runs through")
+            << u"closed"_s << QStringList{u"/m/s1.mp3"_s, u"/m/s2.mp3"_s, u"/m/s3.mp3"_s} << 0 << end;
     }
-
-    void eachTickAsksTheStatusFirst() {
-        PlaybackRig r;
-        r.setPlaylist(1, songs(2));
-        r.monitor.tmrTimeTick();
-        QCOMPARE(r.player.calls.first(), QStringLiteral("GetInfo 2"));
-        QCOMPARE(r.monitor.text(PlaybackMonitor::Test2), QStringLiteral("Winamp Status = 0 / Playmode = 0"));
-        r.transport.Play(0);
-        r.player.clearLog();
-        r.monitor.tmrTimeTick();
-        QCOMPARE(r.monitor.text(PlaybackMonitor::Test2), QStringLiteral("Winamp Status = 1 / Playmode = 1"));
-        QVERIFY(r.player.playedFiles().isEmpty());
-    }
-
-    void pauseDoesNotAdvanceAndFreezesTheLabels() {
-        PlaybackRig r;
-        r.setPlaylist(1, songs(3));
-        r.transport.Play(0);
-        r.run(3);
-        r.transport.Pause();
-        r.run(1);
-        const QString frozen = r.monitor.text(PlaybackMonitor::Time);
-        r.run(10);
-        QCOMPARE(r.player.playedFiles().size(), 1);
-        QCOMPARE(r.monitor.text(PlaybackMonitor::Time), frozen);
-        QCOMPARE(frozen, QStringLiteral("0:02/3:00"));
-        QCOMPARE(r.state.WinampStatus, quint8(3));
-    }
-
-    void userStopInThePlayerStartsTheNextSong() {
-        PlaybackRig r;
-        r.setPlaylist(1, songs(3));
-        r.transport.Play(0);
-        r.run(2);
-        r.player.userStop();
-        r.monitor.tmrTimeTick();
-        QCOMPARE(r.player.playedFiles().last(), QStringLiteral("/m/s1.mp3"));
-    }
-
-    void autoCuePlaysOneSongThenStops() {
-        PlaybackRig r;
-        r.setPlaylist(1, songs(3));
-        r.player.defaultLengthSeconds = 2;
-        r.transport.AutoCueClick();
-        r.transport.Play(1);
-        r.run(10);
-        QCOMPARE(r.player.playedFiles(), QStringList{QStringLiteral("/m/s1.mp3")});
-        QCOMPARE(r.state.WinampStatus, quint8(0));
-        QVERIFY(r.statusText().isEmpty());
-    }
-
-    void missingPlayerRunsThroughTheListOneSongPerTick() {
+    void ticksAfterPlay() {
+        QFETCH(QString, how);
+        QFETCH(QStringList, played);
+        QFETCH(int, playMode);
+        QFETCH(QString, status);
         PlaybackRig r;
         r.setPlaylist(1, songs(4));
-        r.player.close();
-        r.transport.Play(0);
-        for (int tick = 1; tick <= 3; ++tick) {
-            r.monitor.tmrTimeTick();
-            QCOMPARE(r.state.PlaylistPosition, tick);
+        r.player.defaultLengthSeconds = 2;
+        r.state.AutoCue = how == u"autocue"_s;
+        r.transport.Play(1);
+        r.run(1);
+        if (how == u"userStop"_s)
+            r.player.userStop();
+        if (how == u"closed"_s)
+            r.player.close();
+        if (how == u"pause"_s) {
+            r.run(1);
+            r.transport.Pause();
+            r.run(1);
+            const QString frozen = r.monitor.text(PlaybackMonitor::Time);
+            r.run(10);
+            QCOMPARE(frozen, u"0:01/0:02"_s);
+            QCOMPARE(r.monitor.text(PlaybackMonitor::Time), frozen);
+            QCOMPARE(r.state.WinampStatus, quint8(3));
         }
         r.monitor.tmrTimeTick();
-        QCOMPARE(r.state.PlayMode, quint8(0));
-        QCOMPARE(r.statusText(), QStringLiteral("Playlistende erreicht - Playmodus gestoppt."));
+        if (how != u"userStop"_s)
+            r.run(10);
+        QCOMPARE(r.player.playedFiles(), played);
+        QCOMPARE(int(r.state.PlayMode), playMode);
+        QCOMPARE(r.statusText(), status);
     }
 
     void secondPlaylistEnd_data() {
@@ -118,8 +88,7 @@ private slots:
         QTest::addColumn<int>("shutdowns");
         QTest::addColumn<QString>("status");
         QTest::newRow("box ticked shuts down once") << true << 1 << QString();
-        QTest::newRow("box clear stops")
-            << false << 0 << QStringLiteral("Playlistende erreicht - Playmodus gestoppt.");
+        QTest::newRow("box clear stops") << false << 0 << u"Playlistende erreicht - Playmodus gestoppt."_s;
     }
     void secondPlaylistEnd() {
         QFETCH(bool, shutdownBox);
@@ -127,7 +96,7 @@ private slots:
         QFETCH(QString, status);
         PlaybackRig r;
         r.setPlaylist(1, songs(5));
-        r.setPlaylist(2, {QStringLiteral("x"), QStringLiteral("y")});
+        r.setPlaylist(2, {u"x"_s, u"y"_s});
         r.player.defaultLengthSeconds = 2;
         r.state.mainPlaylistActive = false;
         r.state.shutdownOnPL2End = shutdownBox;
@@ -136,15 +105,12 @@ private slots:
         QCOMPARE(r.state.ShuffleStatus, !shutdownBox); // played in order when it ends in a shutdown
         r.state.ShuffleStatus = false;
         r.transport.Play(0);
-        r.run(4);
-        QCOMPARE(r.player.playedFiles(),
-                 (QStringList{QStringLiteral("/m/x.mp3"), QStringLiteral("/m/y.mp3")}));
         // Many ticks after the end (a suspend instead of a power-off wakes up to them): one request.
-        r.run(20);
+        r.run(24);
+        QCOMPARE(r.player.playedFiles(), (QStringList{u"/m/x.mp3"_s, u"/m/y.mp3"_s}));
         QCOMPARE(r.shutdowns, shutdowns);
         QCOMPARE(r.state.PlayMode, quint8(0));
         QCOMPARE(r.statusText(), status);
-        QCOMPARE(r.player.playedFiles().size(), 2);
     }
 
     // A failing step of the tick is reported with its step number; the program and the timer go on.
@@ -156,16 +122,15 @@ private slots:
         r.monitor.tmrTime.start();
         QTRY_VERIFY(!r.t.dialogs.questions.isEmpty());
         const QString report = r.t.dialogs.messageTexts().first();
-        QVERIFY2(report.startsWith(QStringLiteral("Fehler in tmrTime_Timer in Zeile 4: ")),
-                 qPrintable(report));
+        QVERIFY2(report.startsWith(u"Fehler in tmrTime_Timer in Zeile 4: "_s), qPrintable(report));
         QVERIFY(r.monitor.tmrTime.isActive());
-        QCOMPARE(r.monitor.text(PlaybackMonitor::Test2), QStringLiteral("Winamp Status = 0 / Playmode = 1"));
+        QCOMPARE(r.monitor.text(PlaybackMonitor::Test2), u"Winamp Status = 0 / Playmode = 1"_s);
     }
 
     void displayLabels() {
         PlaybackRig r;
         r.setPlaylist(1, songs(2));
-        r.player.lengthSeconds.insert(QStringLiteral("/m/s0.mp3"), 185);
+        r.player.lengthSeconds.insert(u"/m/s0.mp3"_s, 185);
         QList<QPair<QString, int>> slider;
         connect(&r.monitor, &PlaybackMonitor::sliderValue, [&](const QString& n, int v) {
             slider.append({n, v});
@@ -176,74 +141,62 @@ private slots:
         r.transport.Play(0);
         r.player.advance(67400);
         r.monitor.tmrTimeTick();
-        QCOMPARE(r.monitor.text(PlaybackMonitor::Time), QStringLiteral("1:07/3:05"));
-        QCOMPARE(r.monitor.text(PlaybackMonitor::Bitrate), QStringLiteral("128 kbps"));
-        QCOMPARE(r.monitor.text(PlaybackMonitor::Samplerate), QStringLiteral("44 kHz"));
-        QCOMPARE(r.monitor.text(PlaybackMonitor::TrackName), QStringLiteral("s0"));
-        QCOMPARE(slider, (QList<QPair<QString, int>>{{QStringLiteral("SliderMax"), 185},
-                                                     {QStringLiteral("SliderValue"), 67}}));
+        QCOMPARE(r.monitor.text(PlaybackMonitor::Time), u"1:07/3:05"_s);
+        QCOMPARE(r.monitor.text(PlaybackMonitor::Bitrate), u"128 kbps"_s);
+        QCOMPARE(r.monitor.text(PlaybackMonitor::Samplerate), u"44 kHz"_s);
+        QCOMPARE(r.monitor.text(PlaybackMonitor::TrackName), u"s0"_s);
+        QCOMPARE(slider, (QList<QPair<QString, int>>{{u"SliderMax"_s, 185}, {u"SliderValue"_s, 67}}));
+
+        // While the volume is dragged its caption stands in the name label; the release brings the
+        // name back, and the next tick sets it up again.
+        connect(&r.transport, &Transport::volumeCaption,
+                [&](const QString& s) { r.monitor.setText(PlaybackMonitor::TrackName, s); });
+        r.transport.VolumePressed();
+        r.transport.VolumeMoved(200);
+        r.run(1);
+        QCOMPARE(r.monitor.text(PlaybackMonitor::TrackName), u"VOLUME: 78%"_s);
+        r.monitor.VolumeReleased();
+        QCOMPARE(r.monitor.text(PlaybackMonitor::TrackName), u"s0"_s);
+        QVERIFY(r.monitor.shownName().isEmpty());
+        r.run(1);
+        QCOMPARE(r.monitor.shownName(), u"s0"_s);
     }
 
     void titleScroll_data() {
         QTest::addColumn<int>("length");
-        QTest::addColumn<bool>("scrolls");
-        QTest::newRow("43 fits") << 43 << false;
-        QTest::newRow("44 scrolls") << 44 << true;
+        QTest::newRow("43 fits") << 43;
+        QTest::newRow("44 scrolls") << 44;
     }
     void titleScroll() {
         QFETCH(int, length);
-        QFETCH(bool, scrolls);
         PlaybackRig r;
         QString name;
         for (int i = 0; i < length; ++i)
-            name += QChar(QLatin1Char('A' + i % 26));
-        r.setPlaylist(1, {name, QStringLiteral("b")});
+            name += QChar(u'A' + i % 26);
+        r.setPlaylist(1, {name, u"b"_s});
         r.transport.Play(0);
         r.run(1);
-        QCOMPARE(r.monitor.tmrTitleScroll.isActive(), scrolls);
-        if (!scrolls) {
-            QCOMPARE(r.monitor.text(PlaybackMonitor::TrackName), name);
-            r.monitor.tmrTitleScrollTick();
-            QCOMPARE(r.monitor.text(PlaybackMonitor::TrackName), name);
-            return;
-        }
-        const QString full = name + QStringLiteral("   <<<>>> ");
+        QCOMPARE(r.monitor.tmrTitleScroll.isActive(), length > 43);
+        const QString full = length > 43 ? name + u"   <<<>>> "_s : name;
         QCOMPARE(r.monitor.scrollText(), full);
         r.monitor.tmrTitleScrollTick();
-        QCOMPARE(r.monitor.text(PlaybackMonitor::TrackName), (full.mid(1) + full.left(1)).left(43));
+        QCOMPARE(r.monitor.text(PlaybackMonitor::TrackName),
+                 length > 43 ? (full.mid(1) + full.left(1)).left(43) : name);
+        if (length == 43)
+            return;
         r.monitor.tmrTitleScrollTick();
         QCOMPARE(r.monitor.text(PlaybackMonitor::TrackName), (full.mid(2) + full.left(2)).left(43));
-
         // While the volume is dragged the scroll stands still.
         r.state.volumeDrag = true;
         const QString standing = r.monitor.text(PlaybackMonitor::TrackName);
         r.monitor.tmrTitleScrollTick();
         QCOMPARE(r.monitor.text(PlaybackMonitor::TrackName), standing);
         r.state.volumeDrag = false;
-
         // Seeking back sets the title up again: the scroll starts from the beginning of the name.
         r.run(4);
         QCOMPARE(r.player.WinampJumpToTime(0, 0), 0);
         r.monitor.tmrTimeTick();
         QCOMPARE(r.monitor.scrollText(), full);
-    }
-
-    void volumeReleaseRestoresTheSongName() {
-        PlaybackRig r;
-        r.setPlaylist(1, songs(2));
-        r.transport.Play(1);
-        r.run(1);
-        connect(&r.transport, &Transport::volumeCaption,
-                [&](const QString& s) { r.monitor.setText(PlaybackMonitor::TrackName, s); });
-        r.transport.VolumePressed();
-        r.transport.VolumeMoved(200);
-        r.run(1);
-        QCOMPARE(r.monitor.text(PlaybackMonitor::TrackName), QStringLiteral("VOLUME: 78%"));
-        r.monitor.VolumeReleased();
-        QCOMPARE(r.monitor.text(PlaybackMonitor::TrackName), QStringLiteral("s1"));
-        QVERIFY(r.monitor.shownName().isEmpty());
-        r.run(1);
-        QCOMPARE(r.monitor.shownName(), QStringLiteral("s1"));
     }
 };
 
