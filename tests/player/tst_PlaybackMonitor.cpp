@@ -4,7 +4,8 @@
 
 using namespace Qt::StringLiterals;
 
-// The 750 ms monitor: continuous play, the end of a list, pause, the display labels and the title scroll.
+// The 750 ms monitor: continuous play, pause, the display labels and the title scroll. The end of the
+// second playlist, a failing tick and the volume caption are tested through the main window.
 class tst_PlaybackMonitor : public QObject {
     Q_OBJECT
 
@@ -83,50 +84,6 @@ private slots:
         QCOMPARE(r.statusText(), status);
     }
 
-    void secondPlaylistEnd_data() {
-        QTest::addColumn<bool>("shutdownBox");
-        QTest::addColumn<int>("shutdowns");
-        QTest::addColumn<QString>("status");
-        QTest::newRow("box ticked shuts down once") << true << 1 << QString();
-        QTest::newRow("box clear stops") << false << 0 << u"Playlistende erreicht - Playmodus gestoppt."_s;
-    }
-    void secondPlaylistEnd() {
-        QFETCH(bool, shutdownBox);
-        QFETCH(int, shutdowns);
-        QFETCH(QString, status);
-        PlaybackRig r;
-        r.setPlaylist(1, songs(5));
-        r.setPlaylist(2, {u"x"_s, u"y"_s});
-        r.player.defaultLengthSeconds = 2;
-        r.state.mainPlaylistActive = false;
-        r.state.shutdownOnPL2End = shutdownBox;
-        r.state.ShuffleStatus = true;
-        r.monitor.tmrTimeTick();
-        QCOMPARE(r.state.ShuffleStatus, !shutdownBox); // played in order when it ends in a shutdown
-        r.state.ShuffleStatus = false;
-        r.transport.Play(0);
-        // Many ticks after the end (a suspend instead of a power-off wakes up to them): one request.
-        r.run(24);
-        QCOMPARE(r.player.playedFiles(), (QStringList{u"/m/x.mp3"_s, u"/m/y.mp3"_s}));
-        QCOMPARE(r.shutdowns, shutdowns);
-        QCOMPARE(r.state.PlayMode, quint8(0));
-        QCOMPARE(r.statusText(), status);
-    }
-
-    // A failing step of the tick is reported with its step number; the program and the timer go on.
-    void failingStepIsReported() {
-        PlaybackRig r;
-        r.setPlaylist(1, {});
-        r.state.ShuffleStatus = true; // the pick on an empty list raises the conversion error
-        r.state.PlayMode = 1;
-        r.monitor.tmrTime.start();
-        QTRY_VERIFY(!r.t.dialogs.questions.isEmpty());
-        const QString report = r.t.dialogs.messageTexts().first();
-        QVERIFY2(report.startsWith(u"Fehler in tmrTime_Timer in Zeile 4: "_s), qPrintable(report));
-        QVERIFY(r.monitor.tmrTime.isActive());
-        QCOMPARE(r.monitor.text(PlaybackMonitor::Test2), u"Winamp Status = 0 / Playmode = 1"_s);
-    }
-
     void displayLabels() {
         PlaybackRig r;
         r.setPlaylist(1, songs(2));
@@ -146,20 +103,6 @@ private slots:
         QCOMPARE(r.monitor.text(PlaybackMonitor::Samplerate), u"44 kHz"_s);
         QCOMPARE(r.monitor.text(PlaybackMonitor::TrackName), u"s0"_s);
         QCOMPARE(slider, (QList<QPair<QString, int>>{{u"SliderMax"_s, 185}, {u"SliderValue"_s, 67}}));
-
-        // While the volume is dragged its caption stands in the name label; the release brings the
-        // name back, and the next tick sets it up again.
-        connect(&r.transport, &Transport::volumeCaption,
-                [&](const QString& s) { r.monitor.setText(PlaybackMonitor::TrackName, s); });
-        r.transport.VolumePressed();
-        r.transport.VolumeMoved(200);
-        r.run(1);
-        QCOMPARE(r.monitor.text(PlaybackMonitor::TrackName), u"VOLUME: 78%"_s);
-        r.monitor.VolumeReleased();
-        QCOMPARE(r.monitor.text(PlaybackMonitor::TrackName), u"s0"_s);
-        QVERIFY(r.monitor.shownName().isEmpty());
-        r.run(1);
-        QCOMPARE(r.monitor.shownName(), u"s0"_s);
     }
 
     void titleScroll_data() {

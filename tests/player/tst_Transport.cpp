@@ -42,16 +42,6 @@ private slots:
             QVERIFY(r.statusText().endsWith(u"Songposition = -1"_s));
     }
 
-    void playUsesTheActiveList() {
-        PlaybackRig r;
-        r.setPlaylist(1, abc());
-        r.setPlaylist(2, {u"x"_s, u"y"_s});
-        r.state.mainPlaylistActive = false;
-        r.transport.Play(1);
-        QCOMPARE(r.player.playedFiles(), QStringList{u"/m/y.mp3"_s});
-        QCOMPARE(r.state.Playlist2Position, 1);
-    }
-
     void pauseTogglesAndStopKeepsAutoCue() {
         PlaybackRig r;
         r.setPlaylist(1, abc());
@@ -130,24 +120,18 @@ private slots:
         QCOMPARE(r.indicatorChanges, 1);
     }
 
-    void volumeText_data() {
-        QTest::addColumn<int>("value");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("255") << 255 << u"VOLUME: 100%"_s;
-        QTest::newRow("2 rounds down") << 2 << u"VOLUME: 0%"_s;
-        QTest::newRow("128") << 128 << u"VOLUME: 50%"_s;
-    }
-    void volumeText() {
-        QFETCH(int, value);
-        QFETCH(QString, text);
+    void volumeCaption() {
         PlaybackRig r;
         QString caption;
         connect(&r.transport, &Transport::volumeCaption, [&](const QString& s) { caption = s; });
         r.transport.VolumePressed();
         QVERIFY(r.state.volumeDrag);
-        r.transport.VolumeMoved(value);
-        QCOMPARE(caption, text);
-        QCOMPARE(r.player.volume, value);
+        for (auto [value, text] :
+             {std::pair{255, u"VOLUME: 100%"_s}, {2, u"VOLUME: 0%"_s}, {128, u"VOLUME: 50%"_s}}) {
+            r.transport.VolumeMoved(value);
+            QCOMPARE(caption, text);
+            QCOMPARE(r.player.volume, value);
+        }
         r.transport.VolumeReleased();
         QVERIFY(!r.state.volumeDrag);
     }
