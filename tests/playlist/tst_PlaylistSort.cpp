@@ -52,52 +52,6 @@ private slots:
         PlaylistSort::QuickSort(lines);
         QCOMPARE(lines, expected);
     }
-
-    // The pivot index rounds half to even.
-    void middleIndex_data() {
-        QTest::addColumn<int>("lo");
-        QTest::addColumn<int>("hi");
-        QTest::addColumn<int>("middle");
-        QTest::newRow("even sum") << 1 << 15 << 8;
-        QTest::newRow("7.5 up") << 1 << 14 << 8;
-        QTest::newRow("2.5 down") << 1 << 4 << 2;
-        QTest::newRow("10.5 down") << 0 << 21 << 10;
-        QTest::newRow("11.5 up") << 2 << 21 << 12;
-    }
-    void middleIndex() {
-        QFETCH(int, lo);
-        QFETCH(int, hi);
-        QFETCH(int, middle);
-        QCOMPARE(PlaylistSort::middleIndex(lo, hi), qsizetype(middle));
-    }
-
-    void partitionPlacesMiddleElement_data() {
-        QTest::addColumn<int>("alphabet");
-        QTest::newRow("varied") << 12;
-        QTest::newRow("many duplicates") << 2;
-    }
-    void partitionPlacesMiddleElement() {
-        QFETCH(int, alphabet);
-        QStringList list = lines(60, alphabet);
-        const qsizetype lo = 3, hi = 50;
-        const QString pivot = list.at(PlaylistSort::middleIndex(lo, hi));
-        const QStringList before = list;
-        const qsizetype p = PlaylistSort::QuickSortPartition(lo, hi, list);
-        QVERIFY(p >= lo && p <= hi);
-        QCOMPARE(list.at(p), pivot);
-        for (qsizetype i = lo; i <= hi; ++i)
-            QVERIFY2(i < p ? !(pivot < list.at(i)) : !(list.at(i) < pivot), qPrintable(QString::number(i)));
-        // Outside the range nothing moves, and inside it is a permutation.
-        QCOMPARE(list.mid(0, lo) + list.mid(hi + 1), before.mid(0, lo) + before.mid(hi + 1));
-        QStringList a = list.mid(lo, hi - lo + 1), b = before.mid(lo, hi - lo + 1);
-        std::sort(a.begin(), a.end());
-        std::sort(b.begin(), b.end());
-        QCOMPARE(a, b);
-
-        QStringList five = u"e d c b a"_s.split(u' ');
-        PlaylistSort::InsertSort(1, 3, five); // the range only
-        QCOMPARE(five, u"e b c d a"_s.split(u' '));
-    }
 };
 
 QTEST_APPLESS_MAIN(TestPlaylistSort)

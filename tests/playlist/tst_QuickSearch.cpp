@@ -113,26 +113,6 @@ private slots:
             QCOMPARE(empty.t.status.text(), u"Kein Suchergebnis für \"x\"!"_s);
         }
     }
-
-    void albumOf_data() {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<int>("style");
-        QTest::addColumn<QString>("album"); // "-" = none
-        QTest::newRow("windows") << u"D:\\MP3\\Greatest Hits\\Song.mp3:5"_s << 1 << u"Greatest Hits"_s;
-        QTest::newRow("windows drive root") << u"D:\\Song.mp3:5"_s << 1 << u"-"_s;
-        QTest::newRow("windows share") << u"\\\\srv\\Song.mp3:5"_s << 1 << u"srv"_s;
-        QTest::newRow("posix") << u"/m/Album/Song.mp3:5"_s << 0 << u"Album"_s;
-        QTest::newRow("posix first level") << u"/Album/Song.mp3:5"_s << 0 << u"Album"_s;
-        QTest::newRow("posix root") << u"/Song.mp3:5"_s << 0 << u"-"_s;
-        QTest::newRow("empty") << QString() << 0 << u"-"_s;
-    }
-    void albumOf() {
-        QFETCH(QString, line);
-        QFETCH(int, style);
-        QFETCH(QString, album);
-        const auto found = QuickSearch::albumOf(line, style == 0 ? PathStyle::Posix : PathStyle::Windows);
-        QCOMPARE(found.value_or(u"-"_s), album);
-    }
 };
 
 QTEST_GUILESS_MAIN(TestQuickSearch)
