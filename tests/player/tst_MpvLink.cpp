@@ -130,6 +130,7 @@ private slots:
         link->WinampCommand(PlayerLink::PlayCommand);
         QTRY_COMPARE(status(*link), 1);
         QTRY_COMPARE(info(PlayerLink::InfoListPos), 2);
+        QTRY_COMPARE(info(PlayerLink::InfoLength), 6); // a seek needs the length
         QCOMPARE(link->WinampJumpToTime(4, 500), 0);
         QTRY_VERIFY(info(PlayerLink::InfoPosition) >= 4500);
         QCOMPARE(link->WinampJumpToTime(60, 0), 1); // past the end
