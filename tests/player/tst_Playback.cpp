@@ -6,7 +6,8 @@ using namespace Qt::StringLiterals;
 
 // Play, Pause, Stop, Next, AUTOCUE, the volume texts and the previous-songs history; the 750 ms
 // monitor: continuous play, pause, the display labels and the title scroll. The end of the second
-// playlist, a failing tick and the volume caption's end are tested through the main window.
+// playlist, a failing tick and the name coming back after the volume drag are tested through the
+// main window.
 class tst_Playback : public QObject {
     Q_OBJECT
 
