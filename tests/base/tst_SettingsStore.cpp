@@ -6,98 +6,102 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 class TestSettingsStore : public QObject {
     Q_OBJECT
 private slots:
+    // What is saved comes back, also in the next program start.
     void roundTrip_data() {
         QTest::addColumn<QString>("section");
         QTest::addColumn<QString>("key");
         QTest::addColumn<QString>("value");
-        QTest::newRow("multi-line directories")
-            << QStringLiteral("Settings") << QStringLiteral("UserMP3Directory")
-            << QStringLiteral("/music/a\r\n/music/b\r\n/music/c");
-        QTest::newRow("commas") << QStringLiteral("Settings") << QStringLiteral("LastUpdateCheckStatus")
-                                << QStringLiteral("ok, neu, alt");
-        QTest::newRow("edge blanks") << QStringLiteral("Preset7") << QStringLiteral("PresetName")
-                                     << QStringLiteral("  Abend  ");
-        QTest::newRow("backslashes") << QStringLiteral("Settings") << QStringLiteral("DialogLastpath")
-                                     << QStringLiteral("C:\\Musik\\");
-        QTest::newRow("umlauts and quotes") << QStringLiteral("Settings") << QStringLiteral("PlaylistFile")
-                                            << QStringLiteral("/home/jü/\"Liste\"; x=1.txt");
-        QTest::newRow("empty") << QStringLiteral("Settings") << QStringLiteral("BGImagePath") << QString();
-        QTest::newRow("colour text") << QStringLiteral("Preset12") << QStringLiteral("Text")
-                                     << QStringLiteral("000 064 000");
+        QTest::newRow("multi-line directories") << "Settings"
+                                                << "UserMP3Directory"
+                                                << "/music/a\r\n/music/b";
+        QTest::newRow("commas") << "Settings"
+                                << "LastUpdateCheckStatus"
+                                << "ok, neu, alt";
+        QTest::newRow("edge blanks") << "Preset7"
+                                     << "PresetName"
+                                     << "  Abend  ";
+        QTest::newRow("backslashes") << "Settings"
+                                     << "DialogLastpath"
+                                     << "C:\\Musik\\";
+        QTest::newRow("umlauts and quotes") << "Settings"
+                                            << "PlaylistFile"
+                                            << "/home/jü/\"Liste\"; x=1.txt";
+        QTest::newRow("empty") << "Settings"
+                               << "BGImagePath"
+                               << "";
     }
     void roundTrip() {
         QFETCH(QString, section);
         QFETCH(QString, key);
         QFETCH(QString, value);
         TempSettings store;
+        QCOMPARE(store.GetSetting(section, key, u"default"_s), u"default"_s);
         store.SaveSetting(section, key, value);
-        QCOMPARE(store.GetSetting(section, key, QStringLiteral("default")), value);
-        // A second store on the same file (the next program start) reads the same text.
-        IniSettingsStore reopened(store.fileName());
-        QCOMPARE(reopened.GetSetting(section, key, QStringLiteral("default")), value);
-    }
-
-    void missingKeysGiveTheCallersDefault() {
-        TempSettings store;
-        QCOMPARE(
-            store.GetSetting(QStringLiteral("Settings"), QStringLiteral("Volume"), QStringLiteral("200")),
-            QStringLiteral("200"));
-        QCOMPARE(store.GetSetting(QStringLiteral("PreviousSongs"), QStringLiteral("Prev07"), 0),
-                 QStringLiteral("0"));
-        store.SaveSetting(QStringLiteral("Settings"), QStringLiteral("Other"), QStringLiteral("x"));
-        QCOMPARE(store.GetSetting(QStringLiteral("Settings"), QStringLiteral("Volume"), QStringLiteral("7")),
-                 QStringLiteral("7"));
+        QCOMPARE(store.GetSetting(section, key, u"default"_s), value);
+        QCOMPARE(IniSettingsStore(store.fileName()).GetSetting(section, key, u"default"_s), value);
     }
 
     void sectionsAndKeysKeepTheirExactNames() {
         TempSettings store;
-        store.SaveSetting(QStringLiteral("Preset7"), QStringLiteral("Text"), QStringLiteral("001 002 003"));
-        store.SaveSetting(QStringLiteral("PreviousSongs"), QStringLiteral("Prev07"), 12);
+        store.SaveSetting(u"Preset7"_s, u"Text"_s, u"001 002 003"_s);
+        store.SaveSetting(u"PreviousSongs"_s, u"Prev07"_s, 12);
         QFile file(store.fileName());
         QVERIFY(file.open(QIODevice::ReadOnly));
         const QByteArray ini = file.readAll();
-        QVERIFY(ini.contains("[Preset7]"));
-        QVERIFY(!ini.contains("Preset07"));
-        QVERIFY(ini.contains("Prev07=12"));
-        QCOMPARE(store.GetSetting(QStringLiteral("PreviousSongs"), QStringLiteral("prev07"), 0),
-                 QStringLiteral("0"));
+        QVERIFY(ini.contains("[Preset7]") && !ini.contains("Preset07") && ini.contains("Prev07=12"));
+        QCOMPARE(store.GetSetting(u"PreviousSongs"_s, u"prev07"_s, 0), u"0"_s);
     }
 
     void deleteSetting() {
         TempSettings store;
-        store.SaveSetting(QStringLiteral("Preset3"), QStringLiteral("PresetName"), QStringLiteral("Nacht"));
-        store.SaveSetting(QStringLiteral("Preset3"), QStringLiteral("Text"), QStringLiteral("000 000 000"));
-        store.SaveSetting(QStringLiteral("Preset4"), QStringLiteral("PresetName"), QStringLiteral("Tag"));
-        store.DeleteSetting(QStringLiteral("Preset3"));
-        QVERIFY(!store.hasSection(QStringLiteral("Preset3")));
-        QCOMPARE(
-            store.GetSetting(QStringLiteral("Preset3"), QStringLiteral("PresetName"), QStringLiteral("-")),
-            QStringLiteral("-"));
-        QCOMPARE(
-            store.GetSetting(QStringLiteral("Preset4"), QStringLiteral("PresetName"), QStringLiteral("-")),
-            QStringLiteral("Tag"));
+        store.SaveSetting(u"Preset3"_s, u"PresetName"_s, u"Nacht"_s);
+        store.SaveSetting(u"Preset4"_s, u"PresetName"_s, u"Tag"_s);
+        store.DeleteSetting(u"Preset3"_s);
+        QVERIFY(!store.hasSection(u"Preset3"_s));
+        QCOMPARE(store.GetSetting(u"Preset3"_s, u"PresetName"_s, u"-"_s), u"-"_s);
+        QCOMPARE(store.GetSetting(u"Preset4"_s, u"PresetName"_s, u"-"_s), u"Tag"_s);
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, store.DeleteSetting(u"Preset3"_s));
+    }
+
+    // A file that cannot be written is reported, not silently dropped.
+    void unwritableFileIsReported() {
+        TempSettings blocker; // a file where the store's folder would have to be
+        QFile(blocker.folder() + u"/file"_s).open(QIODevice::WriteOnly);
+        IniSettingsStore store(blocker.folder() + u"/file/TavoMP3Player.ini"_s);
         try {
-            store.DeleteSetting(QStringLiteral("Preset3"));
-            QFAIL("deleting a missing section must raise an error");
+            store.SaveSetting(u"Settings"_s, u"Volume"_s, 150);
+            QFAIL("saving must fail");
         } catch (const RuntimeError& e) {
-            QCOMPARE(e.number(), int(RuntimeError::InvalidCall));
+            QCOMPARE(e.number(), int(RuntimeError::PermissionDenied));
+            QCOMPARE(e.description(), u"Zugriff verweigert"_s);
         }
     }
 
+    void defaultFileFollowsXdgConfigHome_data() {
+        QTest::addColumn<bool>("xdg");
+        QTest::newRow("XDG_CONFIG_HOME") << true;
+        QTest::newRow("unset: ~/.config") << false;
+    }
     void defaultFileFollowsXdgConfigHome() {
+        QFETCH(bool, xdg);
         QTemporaryDir dir;
-        qputenv("XDG_CONFIG_HOME", dir.path().toLocal8Bit());
-        QCOMPARE(IniSettingsStore::defaultFileName(),
-                 dir.path() + QStringLiteral("/TavoMP3Player/TavoMP3Player.ini"));
-        {
-            IniSettingsStore store;
-            store.SaveSetting(QStringLiteral("Settings"), QStringLiteral("Volume"), 150);
-        }
-        QVERIFY(QFile::exists(dir.path() + QStringLiteral("/TavoMP3Player/TavoMP3Player.ini")));
+        const QByteArray oldHome = qgetenv("HOME");
+        qputenv(xdg ? "XDG_CONFIG_HOME" : "HOME", dir.path().toLocal8Bit());
+        if (!xdg)
+            qunsetenv("XDG_CONFIG_HOME");
+        const QString expected =
+            dir.path() + (xdg ? u""_s : u"/.config"_s) + u"/TavoMP3Player/TavoMP3Player.ini"_s;
+        const QString name = IniSettingsStore::defaultFileName();
+        IniSettingsStore(name).SaveSetting(u"Settings"_s, u"Volume"_s, 150);
         qunsetenv("XDG_CONFIG_HOME");
+        qputenv("HOME", oldHome);
+        QCOMPARE(name, expected);
+        QVERIFY(QFile::exists(expected));
     }
 };
 

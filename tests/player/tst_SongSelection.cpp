@@ -4,38 +4,40 @@
 #include <QLocale>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 // PlaySong, SelectSong and the priority-weighted random pick, against the fake player.
 class tst_SongSelection : public QObject {
     Q_OBJECT
+
+    static QStringList list(const QString& names) { return names.split(u' '); }
 
 private slots:
     void initTestCase() { QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany)); }
 
     void playSongHandsOverJumpsAndPlays() {
         PlaybackRig r;
-        r.setPlaylist(1, {QStringLiteral("a"), QStringLiteral("b:3"), QStringLiteral("c")});
+        r.setPlaylist(1, list(u"a b:3 c"_s));
         r.state.PlayMode = 0;
         r.selection.PlaySong(1, 1);
-        QCOMPARE(r.player.calls,
-                 (QStringList{QStringLiteral("PlayFile /m/b.mp3"), QStringLiteral("Command 40158"),
-                              QStringLiteral("Command 40045"), QStringLiteral("GetInfo 0")}));
+        QCOMPARE(r.player.calls, (QStringList{u"PlayFile /m/b.mp3"_s, u"Command 40158"_s, u"Command 40045"_s,
+                                              u"GetInfo 0"_s}));
         QCOMPARE(r.state.PlaylistPosition, 1);
-        QCOMPARE(r.state.CurrentSongName, QStringLiteral("b"));
+        QCOMPARE(r.state.CurrentSongName, u"b"_s);
         QCOMPARE(r.state.PlayMode, quint8(1));
         QCOMPARE(r.state.PlayerStatus, qint16(0x2095));
         QCOMPARE(r.history.slot(1), 1);
         QCOMPARE(r.historyChanges, 1);
-        QCOMPARE(r.startedNames, QStringList{QStringLiteral("b")});
+        QCOMPARE(r.startedNames, QStringList{u"b"_s});
         QCOMPARE(r.playlists.list(1).selectedRows(), QList<int>{1});
         QCOMPARE(int(r.player.status), int(FakePlayer::Playing));
-        QCOMPARE(r.player.list.last(), QStringLiteral("/m/b.mp3"));
     }
 
     void playSongOutsideTheListReportsAndSendsNothing_data() {
         QTest::addColumn<QStringList>("songs");
         QTest::addColumn<int>("position");
-        QTest::newRow("after the last") << QStringList{QStringLiteral("a"), QStringLiteral("b")} << 2;
-        QTest::newRow("no selection") << QStringList{QStringLiteral("a")} << -1;
+        QTest::newRow("after the last") << list(u"a b"_s) << 2;
+        QTest::newRow("no selection") << list(u"a"_s) << -1;
         QTest::newRow("empty playlist") << QStringList{} << 0;
     }
     void playSongOutsideTheListReportsAndSendsNothing() {
@@ -46,10 +48,9 @@ private slots:
         r.state.PlayMode = 1;
         r.state.PlaylistPosition = 0;
         r.selection.PlaySong(position, 1);
-        QCOMPARE(
-            r.statusText(),
-            QStringLiteral("Sub Playsong: Lied nicht vorhanden oder Listenende erreicht! Songposition = ") +
-                QString::number(position));
+        QCOMPARE(r.statusText(),
+                 u"Sub Playsong: Lied nicht vorhanden oder Listenende erreicht! Songposition = %1"_s.arg(
+                     position));
         QCOMPARE(r.state.PlayMode, quint8(0));
         QVERIFY(r.player.calls.isEmpty());
         QCOMPARE(r.state.PlaylistPosition, 0);
@@ -58,65 +59,51 @@ private slots:
 
     void secondPlaylistSongUsesNamesOfTheFirstAndNoHistory() {
         PlaybackRig r;
-        r.setPlaylist(1, {QStringLiteral("eins"), QStringLiteral("zwei")});
-        r.setPlaylist(2, {QStringLiteral("x"), QStringLiteral("y"), QStringLiteral("z")});
+        r.setPlaylist(1, list(u"eins zwei"_s));
+        r.setPlaylist(2, list(u"x y z"_s));
         r.selection.PlaySong(1, 2);
-        QCOMPARE(r.player.playedFiles(), QStringList{QStringLiteral("/m/y.mp3")});
+        QCOMPARE(r.player.playedFiles(), QStringList{u"/m/y.mp3"_s});
         QCOMPARE(r.state.Playlist2Position, 1);
         QCOMPARE(r.state.PlaylistPosition, 0);
-        QCOMPARE(r.state.CurrentSongName, QStringLiteral("zwei"));
+        QCOMPARE(r.state.CurrentSongName, u"zwei"_s);
         QCOMPARE(r.history.slot(1), 0);
         QCOMPARE(r.playlists.list(2).selectedRows(), QList<int>{1});
         QVERIFY(r.playlists.list(1).selectedRows().isEmpty());
-
         // Past the names of playlist 1: the file is already playing when the name lookup fails.
         r.selection.PlaySong(2, 2);
-        QCOMPARE(r.player.playedFiles().last(), QStringLiteral("/m/z.mp3"));
+        QCOMPARE(r.player.playedFiles().last(), u"/m/z.mp3"_s);
         QCOMPARE(r.state.Playlist2Position, 2);
         QCOMPARE(r.state.PlayMode, quint8(0));
-        QVERIFY(r.statusText().endsWith(QStringLiteral("Songposition = 2")));
+        QVERIFY(r.statusText().endsWith(u"Songposition = 2"_s));
     }
 
-    void selectSongFailureIsReported_data() {
-        QTest::addColumn<int>("position");
-        QTest::newRow("past the list") << 3;
-        QTest::newRow("negative") << -1;
-        QTest::newRow("beyond 16 bits") << 40000;
-    }
     void selectSongFailureIsReported() {
-        QFETCH(int, position);
-        PlaybackRig r;
-        r.setPlaylist(1, {QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")});
-        r.playlists.list(1).selectOnly(1);
-        r.selection.SelectSong(position, 1);
-        QCOMPARE(r.statusText(), QStringLiteral("Sub SelectSong: Fehler beim Lied auswählen! ToSelect = ") +
-                                     QString::number(position));
+        for (int position : {3, -1, 40000}) { // past the list, negative, beyond 16 bits
+            PlaybackRig r;
+            r.setPlaylist(1, list(u"a b c"_s));
+            r.playlists.list(1).selectOnly(1);
+            r.selection.SelectSong(position, 1);
+            QCOMPARE(r.statusText(),
+                     u"Sub SelectSong: Fehler beim Lied auswählen! ToSelect = %1"_s.arg(position));
+        }
     }
 
+    // Each draw picks an entry (never the last), then the dice decide against its priority's chance.
     void pick_data() {
         QTest::addColumn<QStringList>("songs");
         QTest::addColumn<QList<double>>("draws");
         QTest::addColumn<int>("played");
-        QTest::addColumn<QString>("ftest");
+        QTest::addColumn<QString>("ftest"); // chance, dice, tries
         QTest::newRow("priority 5 wins at once")
-            << QStringList{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}
-            << QList<double>{0.6, 0.999} << 1
-            << QStringLiteral("gewonnen - Liedpriorität=100   Schicksalswürfel=99    Versuche=1");
+            << list(u"a b c"_s) << QList<double>{0.6, 0.999} << 1 << u"100 99 1"_s;
         QTest::newRow("priority 3 loses with dice 50")
-            << QStringList{QStringLiteral("a:3"), QStringLiteral("b:4"), QStringLiteral("c")}
-            << QList<double>{0.1, 0.5, 0.7, 0.69} << 1
-            << QStringLiteral("gewonnen - Liedpriorität=70   Schicksalswürfel=69    Versuche=2");
+            << list(u"a:3 b:4 c"_s) << QList<double>{0.1, 0.5, 0.7, 0.69} << 1 << u"70 69 2"_s;
         QTest::newRow("priority 3 wins with dice 49")
-            << QStringList{QStringLiteral("a:3"), QStringLiteral("b"), QStringLiteral("c")}
-            << QList<double>{0.1, 0.49} << 0
-            << QStringLiteral("gewonnen - Liedpriorität=50   Schicksalswürfel=49    Versuche=1");
+            << list(u"a:3 b c"_s) << QList<double>{0.1, 0.49} << 0 << u"50 49 1"_s;
         QTest::newRow("priority 1 needs dice below 10")
-            << QStringList{QStringLiteral("a:1"), QStringLiteral("b:2"), QStringLiteral("c")}
-            << QList<double>{0.2, 0.10, 0.2, 0.09} << 0
-            << QStringLiteral("gewonnen - Liedpriorität=10   Schicksalswürfel=9    Versuche=2");
+            << list(u"a:1 b:2 c"_s) << QList<double>{0.2, 0.10, 0.2, 0.09} << 0 << u"10 9 2"_s;
         QTest::newRow("two entries: the draw never reaches the second")
-            << QStringList{QStringLiteral("a"), QStringLiteral("b")} << QList<double>{0.9999, 0.0} << 0
-            << QStringLiteral("gewonnen - Liedpriorität=100   Schicksalswürfel=0    Versuche=1");
+            << list(u"a b"_s) << QList<double>{0.9999, 0.0} << 0 << u"100 0 1"_s;
     }
     void pick() {
         QFETCH(QStringList, songs);
@@ -131,46 +118,53 @@ private slots:
         QCOMPARE(r.t.random.draws, int(draws.size()));
         QCOMPARE(r.state.PlaylistPosition, played);
         QCOMPARE(r.player.playedFiles(), QStringList{PlaybackRig::lines(songs).at(played).chopped(2)});
-        QCOMPARE(r.testText, ftest);
+        const QStringList f = ftest.split(u' ');
+        QCOMPARE(r.testText,
+                 u"gewonnen - Liedpriorität=%1   Schicksalswürfel=%2    Versuche=%3"_s.arg(f[0], f[1], f[2]));
         QVERIFY(r.state.ShuffleStatus);
         QVERIFY(r.indicatorChanges >= 1);
-        QCOMPARE(r.statusText(), QStringLiteral("    Zeit: 0,25"));
+        QCOMPARE(r.statusText(), u"    Zeit: 0,25"_s);
     }
 
     void pickUsesTheSecondPlaylistWhenItIsActive() {
         PlaybackRig r;
-        r.setPlaylist(1, {QStringLiteral("a"), QStringLiteral("b")});
-        r.setPlaylist(2, {QStringLiteral("x"), QStringLiteral("y"), QStringLiteral("z")});
+        r.setPlaylist(1, list(u"a b"_s));
+        r.setPlaylist(2, list(u"x y z"_s));
         r.state.mainPlaylistActive = false;
         r.t.random.values = {0.5, 0.0};
         r.selection.FuncPickRandomSong();
-        QCOMPARE(r.player.playedFiles(), QStringList{QStringLiteral("/m/y.mp3")});
+        QCOMPARE(r.player.playedFiles(), QStringList{u"/m/y.mp3"_s});
         QCOMPARE(r.state.Playlist2Position, 1);
         QCOMPARE(r.history.slot(1), 0);
     }
 
-    void allZeroTimesOutAfterExactly100Draws() {
-        PlaybackRig r;
-        r.setPlaylist(1, {QStringLiteral("a:0"), QStringLiteral("b:0"), QStringLiteral("c:0")});
-        r.state.PlayMode = 1;
-        r.selection.FuncPickRandomSong();
-        QCOMPARE(r.t.random.draws, 2 * SongSelection::kMaxTries);
-        QCOMPARE(r.statusText(),
-                 QStringLiteral("Zufallslied konnte nicht bestimmt werden - Timeout nach 100 Versuchen!"));
-        QVERIFY(r.player.calls.isEmpty());
-        QVERIFY(!r.state.ShuffleStatus);
-        QCOMPARE(r.state.PlayMode, quint8(1));
+    // A pick that cannot end well: it plays nothing and says why.
+    void pickWithoutAWinner_data() {
+        QTest::addColumn<QStringList>("songs");
+        QTest::addColumn<QString>("status");
+        QTest::addColumn<int>("playMode");
+        QTest::addColumn<int>("draws");
+        QTest::newRow("all priority 0: timeout after exactly 100 tries")
+            << list(u"a:0 b:0 c:0"_s)
+            << u"Zufallslied konnte nicht bestimmt werden - Timeout nach 100 Versuchen!"_s << 1
+            << 2 * SongSelection::kMaxTries;
+        QTest::newRow("invalid priority names the entry before")
+            << list(u"vorher kaputt:7 c"_s)
+            << u"Fehler: Ungültige Liedpriorität \"7\" bei Lied \"1. vorher\""_s << 0 << 2;
     }
-
-    void invalidPriorityStopsWithTheNameOfTheEntryBefore() {
+    void pickWithoutAWinner() {
+        QFETCH(QStringList, songs);
+        QFETCH(QString, status);
+        QFETCH(int, playMode);
+        QFETCH(int, draws);
         PlaybackRig r;
-        r.setPlaylist(1, {QStringLiteral("vorher"), QStringLiteral("kaputt:7"), QStringLiteral("c")});
+        r.setPlaylist(1, songs);
         r.state.PlayMode = 1;
         r.t.random.values = {0.5, 0.1};
         r.selection.FuncPickRandomSong();
-        QCOMPARE(r.statusText(),
-                 QStringLiteral("Fehler: Ungültige Liedpriorität \"7\" bei Lied \"1. vorher\""));
-        QCOMPARE(r.state.PlayMode, quint8(0));
+        QCOMPARE(r.statusText(), status);
+        QCOMPARE(int(r.state.PlayMode), playMode);
+        QCOMPARE(r.t.random.draws, draws);
         QVERIFY(r.player.calls.isEmpty());
     }
 
@@ -179,17 +173,15 @@ private slots:
         QTest::addColumn<int>("number");
         QTest::newRow("empty playlist") << QStringList{QString()} << int(RuntimeError::TypeMismatch);
         QTest::newRow("letter as priority")
-            << QStringList{QStringLiteral("/m/a.mp3:x"), QStringLiteral("/m/b.mp3:5")}
-            << int(RuntimeError::TypeMismatch);
+            << list(u"/m/a.mp3:x /m/b.mp3:5"_s) << int(RuntimeError::TypeMismatch);
         QTest::newRow("bad digit on the first entry has no entry before")
-            << QStringList{QStringLiteral("/m/a.mp3:9"), QStringLiteral("/m/b.mp3:5")} << 9;
+            << list(u"/m/a.mp3:9 /m/b.mp3:5"_s) << 9;
     }
     void unreadableDrawsRaise() {
         QFETCH(QStringList, lines);
         QFETCH(int, number);
         PlaybackRig r;
-        r.playlists.PlaylistPaths = lines;
-        r.playlists.FuncDisplayPlaylist(true, 1);
+        r.setLines(1, lines);
         r.t.random.values = {0.0, 0.0};
         try {
             r.selection.FuncPickRandomSong();
@@ -200,42 +192,21 @@ private slots:
         QVERIFY(r.player.calls.isEmpty());
     }
 
-    void pickFrequenciesFollowTheChanceTable() {
+    // Chances 100, 70, 50, 20, 10 and 0 out of 250; the last entry is never drawn.
+    void pickFrequenciesFollowThePriorities() {
         PlaybackRig r;
-        // The last entry (priority 5) must never be picked: the draw stops one short of it.
-        r.setPlaylist(1, {QStringLiteral("p5:5"), QStringLiteral("p4:4"), QStringLiteral("p3:3"),
-                          QStringLiteral("p2:2"), QStringLiteral("p1:1"), QStringLiteral("p0:0"),
-                          QStringLiteral("last:5")});
+        r.setPlaylist(1, list(u"p5:5 p4:4 p3:3 p2:2 p1:1 p0:0 last:5"_s));
         const int picks = 20000;
         QList<int> counts(7, 0);
         for (int i = 0; i < picks; ++i) {
             r.selection.FuncPickRandomSong();
             ++counts[r.state.PlaylistPosition];
         }
-        const double chances[] = {100, 70, 50, 20, 10, 0};
-        const double total = 250;
-        for (int i = 0; i < 6; ++i) {
-            const double seen = double(counts[i]) / picks;
-            QVERIFY2(
-                qAbs(seen - chances[i] / total) < 0.015,
-                qPrintable(
-                    QStringLiteral("entry %1: %2 instead of %3").arg(i).arg(seen).arg(chances[i] / total)));
-        }
-        QCOMPARE(counts[5], 0);
-        QCOMPARE(counts[6], 0);
-    }
-
-    void chanceTable_data() {
-        QTest::addColumn<int>("digit");
-        QTest::addColumn<int>("chance");
-        const int table[][2] = {{5, 100}, {4, 70}, {3, 50}, {2, 20}, {1, 10}, {0, 0}, {6, -1}, {9, -1}};
-        for (const auto& row : table)
-            QTest::addRow("%d", row[0]) << row[0] << row[1];
-    }
-    void chanceTable() {
-        QFETCH(int, digit);
-        QFETCH(int, chance);
-        QCOMPARE(SongSelection::chanceOf(digit), chance);
+        const double chances[] = {100, 70, 50, 20, 10, 0, 0};
+        for (int i = 0; i < 7; ++i)
+            QVERIFY2(qAbs(double(counts[i]) / picks - chances[i] / 250) < 0.015,
+                     qPrintable(QString::number(i)));
+        QCOMPARE(counts[5] + counts[6], 0);
     }
 };
 

@@ -1,6 +1,7 @@
 #include "base/RuntimeError.h"
 #include "playlist/MusicFolderWalk.h"
 #include "playlist/PlaylistBuilder.h"
+#include "playlist/PlaylistLine.h"
 #include "playlist/PlaylistManager.h"
 #include "support/FakeFolderTree.h"
 #include "support/TempMusicTree.h"
@@ -10,30 +11,44 @@
 #include <QSignalSpy>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-QStringList texts(std::initializer_list<const char*> items) {
-    QStringList out;
-    for (const char* item : items)
-        out << QString::fromUtf8(item);
-    return out;
+QStringList list(const QString& items) {
+    return items.isEmpty() ? QStringList() : items.split(u'|');
 }
 
-// The build as the main window runs it, over the real disk, with every status text recorded.
+// The build as the main window runs it, over the real disk or a tree in memory, with every status
+// text recorded.
 struct Build {
     TestServices t;
     DiskFolderLister disk;
     PlaylistManager playlists{t.services};
-    PlaylistBuilder builder{t.services, playlists, disk};
+    PlaylistBuilder builder;
     QStringList statusTexts;
 
-    Build() {
+    explicit Build(const QString& root, const FolderLister* tree = nullptr)
+        : builder(t.services, playlists, tree ? *tree : disk) {
+        if (tree)
+            t.services.pathStyle = tree->style();
+        builder.MusicDirectories = list(root);
         QObject::connect(&t.status, &StatusLine::textChanged, [this](const QString& s) { statusTexts << s; });
+    }
+    // Builds the list, then sets priorities on some of its files ("relative path:digit").
+    void buildWith(const TempMusicTree& music, const QString& priorities) {
+        builder.BCreateList();
+        for (const QString& p : list(priorities))
+            for (QString& line : playlists.PlaylistPaths)
+                if (PlaylistLine::path(line) == music.path(p.chopped(2)))
+                    line = PlaylistLine::withPriority(line, p.back());
+        playlists.PlaylistChanged = false;
     }
 };
 
 } // namespace
 
+// Building the main list from the music folders, and updating it with the priorities kept.
 class TestPlaylistBuilder : public QObject {
     Q_OBJECT
 private slots:
@@ -41,145 +56,117 @@ private slots:
 
     void splitMusicDirectories_data() {
         QTest::addColumn<QString>("text");
-        QTest::addColumn<QStringList>("folders");
-        QTest::newRow("one") << QStringLiteral("/m") << texts({"/m"});
-        QTest::newRow("lines") << QStringLiteral("/m\r\n/n") << texts({"/m", "/n"});
-        QTest::newRow("comma blank") << QStringLiteral("/m, /n") << texts({"/m", "/n"});
-        QTest::newRow("comma alone stays") << QStringLiteral("/m,/n") << texts({"/m,/n"});
+        QTest::addColumn<QString>("folders");
+        QTest::newRow("one") << u"/m"_s << u"/m"_s;
+        QTest::newRow("lines") << u"/m\r\n/n"_s << u"/m|/n"_s;
+        QTest::newRow("comma blank") << u"/m, /n"_s << u"/m|/n"_s;
+        QTest::newRow("comma alone stays") << u"/m,/n"_s << u"/m,/n"_s;
         QTest::newRow("name with comma blank is split")
-            << QStringLiteral("/Musik/Bach, Johann") << texts({"/Musik/Bach", "Johann"});
-        QTest::newRow("empty") << QString() << texts({""});
+            << u"/Musik/Bach, Johann"_s << u"/Musik/Bach|Johann"_s;
     }
     void splitMusicDirectories() {
         QFETCH(QString, text);
-        QFETCH(QStringList, folders);
-        QCOMPARE(PlaylistBuilder::splitMusicDirectories(text), folders);
+        QFETCH(QString, folders);
+        QCOMPARE(PlaylistBuilder::splitMusicDirectories(text), list(folders));
+        QCOMPARE(PlaylistBuilder::splitMusicDirectories(QString()), QStringList{QString()});
     }
 
-    void musicNames_data() {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<bool>("music");
-        QTest::newRow("mp3") << QStringLiteral("a.mp3") << true;
-        QTest::newRow("upper case") << QStringLiteral("A.MP3") << true;
-        QTest::newRow("wma") << QStringLiteral("a.Wma") << true;
-        QTest::newRow("ogg") << QStringLiteral("a.ogg") << true;
-        QTest::newRow("mpc") << QStringLiteral("a.mpc") << true;
-        QTest::newRow("inside the name") << QStringLiteral("a.mp3.bak") << true;
-        QTest::newRow("folder named like music") << QStringLiteral("Best.of.mp3s") << true;
-        QTest::newRow("flac") << QStringLiteral("a.flac") << false;
-        QTest::newRow("no dot") << QStringLiteral("mp3") << false;
-        QTest::newRow("jpg") << QStringLiteral("cover.jpg") << false;
-    }
     void musicNames() {
-        QFETCH(QString, name);
-        QFETCH(bool, music);
-        QCOMPARE(MusicFolderWalk::isMusicName(name), music);
+        for (const QString& name : list(u"a.mp3|A.MP3|a.Wma|a.ogg|a.mpc|a.mp3.bak|Best.of.mp3s"_s))
+            QVERIFY2(MusicFolderWalk::isMusicName(name), qPrintable(name));
+        for (const QString& name : list(u"a.flac|mp3|cover.jpg"_s))
+            QVERIFY2(!MusicFolderWalk::isMusicName(name), qPrintable(name));
     }
 
     // Folders are listed case-insensitively with ties in binary order, whatever the characters.
     void listingOrder_data() {
-        QTest::addColumn<QStringList>("names");
-        QTest::newRow("ASCII: case, length, ties")
-            << texts({"_x", "A", "a", "Ab", "ab", "b", "E", "Z", "Zz"});
+        QTest::addColumn<QString>("names");
+        QTest::newRow("ASCII: case, length, ties") << u"_x|A|a|Ab|ab|b|E|Z|Zz"_s;
         QTest::newRow("umlauts fold and sort after z")
-            << texts({"Motorhead", "MOTÖRHEAD", "Motörhead", "Mötley", "Zappa", "Ärzte"});
+            << u"Motorhead|MOTÖRHEAD|Motörhead|Mötley|Zappa|Ärzte"_s;
         QTest::newRow("letters beyond the basic plane fold as pairs")
-            << texts({"a\U00010428b", "a\U00010400c", "a\U00010428d"});
+            << u"a\U00010428b|a\U00010400c|a\U00010428d"_s;
     }
     void listingOrder() {
-        QFETCH(QStringList, names);
-        QStringList listed(names.rbegin(), names.rend());
+        QFETCH(QString, names);
+        QStringList listed = list(names);
+        std::reverse(listed.begin(), listed.end());
         FolderLister::sortNames(listed);
-        QCOMPARE(listed, names);
+        QCOMPARE(listed, list(names));
     }
 
     // Which files a tree on disk gives, in which order after the sort, and the final status text
-    // ("<root>" stands for the tree's folder).
+    // ("<root>" stands for the tree's folder). A trailing separator on the root changes nothing.
     void buildFromDisk_data() {
-        QTest::addColumn<QStringList>("tree");
-        QTest::addColumn<QStringList>("playlist");
+        QTest::addColumn<QString>("tree");
+        QTest::addColumn<QString>("playlist");
         QTest::addColumn<QString>("summary");
+        // The listing is case-insensitive, the sort binary: "a.mp3" is found first but sorts last.
         QTest::newRow("element 0 kept first")
-            // The listing is case-insensitive, the sort binary: "a.mp3" is found first but sorts last.
-            << texts({"C.mp3", "a.mp3", "B.mp3"}) << texts({"a.mp3", "B.mp3", "C.mp3"})
-            << QStringLiteral("Einträge: 3");
+            << u"C.mp3|a.mp3|B.mp3"_s << u"a.mp3|B.mp3|C.mp3"_s << u"Einträge: 3"_s;
         QTest::newRow("folder before file in listing")
-            << texts({"zz.mp3", "Album/b.mp3", "Album/a.mp3"})
-            << texts({"Album/a.mp3", "Album/b.mp3", "zz.mp3"}) << QStringLiteral("Einträge: 3");
+            << u"zz.mp3|Album/b.mp3|Album/a.mp3"_s << u"Album/a.mp3|Album/b.mp3|zz.mp3"_s << u"Einträge: 3"_s;
         QTest::newRow("deep tree, back to each parent")
-            << texts({"A/B/C/1.mp3", "A/B/2.mp3", "A/3.mp3", "A/D/4.mp3", "A/B/C/x.jpg", "A/E/", "F/5.mp3",
-                      "6.ogg"})
-            << texts({"6.ogg", "A/3.mp3", "A/B/2.mp3", "A/B/C/1.mp3", "A/D/4.mp3", "F/5.mp3"})
-            << QStringLiteral("Einträge: 6");
-        QTest::newRow("hidden entries skipped") << texts({".hidden/a.mp3", ".b.mp3", "c.mp3", "d/.e.mp3"})
-                                                << texts({"c.mp3"}) << QStringLiteral("Einträge: 1");
-        QTest::newRow("empty folders only")
-            << texts({"a/", "b/c/"}) << QStringList() << QStringLiteral("Einträge: 0");
+            << u"A/B/C/1.mp3|A/B/2.mp3|A/3.mp3|A/D/4.mp3|A/B/C/x.jpg|A/E/|F/5.mp3|6.ogg"_s
+            << u"6.ogg|A/3.mp3|A/B/2.mp3|A/B/C/1.mp3|A/D/4.mp3|F/5.mp3"_s << u"Einträge: 6"_s;
+        QTest::newRow("hidden entries skipped")
+            << u".hidden/a.mp3|.b.mp3|c.mp3|d/.e.mp3"_s << u"c.mp3"_s << u"Einträge: 1"_s;
+        QTest::newRow("empty folders only") << u"a/|b/c/"_s << QString() << u"Einträge: 0"_s;
         QTest::newRow("link back up the tree beside a cover")
-            << texts({"01.mp3", "Album/02.mp3", "Album/cover.jpg", "Album/Alle -> ."})
-            << texts({"01.mp3", "Album/02.mp3"}) << QStringLiteral("Einträge: 2");
+            << u"01.mp3|Album/02.mp3|Album/cover.jpg|Album/Alle -> ."_s << u"01.mp3|Album/02.mp3"_s
+            << u"Einträge: 2"_s;
         QTest::newRow("links to a folder and a file elsewhere")
-            << texts({"A/x.mp3", "B/Zu A -> A", "B/Lied.mp3 -> A/x.mp3"})
-            << texts({"A/x.mp3", "B/Lied.mp3", "B/Zu A/x.mp3"}) << QStringLiteral("Einträge: 3");
+            << u"A/x.mp3|B/Zu A -> A|B/Lied.mp3 -> A/x.mp3"_s << u"A/x.mp3|B/Lied.mp3|B/Zu A/x.mp3"_s
+            << u"Einträge: 3"_s;
         QTest::newRow("Latin-1 names skipped and counted")
-            << texts({"Die Ärzte/Schrei nach Liebe.mp3", "latin1:Motörhead.mp3", "latin1:Björk/Jóga.mp3"})
-            << texts({"Die Ärzte/Schrei nach Liebe.mp3"})
-            << QStringLiteral("Einträge: 1  -  Übersprungen (Name nicht UTF-8): 2, z. B. <root>/Bj\uFFFDrk");
+            << u"Die Ärzte/Schrei nach Liebe.mp3|latin1:Motörhead.mp3|latin1:Björk/Jóga.mp3"_s
+            << u"Die Ärzte/Schrei nach Liebe.mp3"_s
+            << u"Einträge: 1  -  Übersprungen (Name nicht UTF-8): 2, z. B. <root>/Bj\uFFFDrk"_s;
     }
     void buildFromDisk() {
-        QFETCH(QStringList, tree);
-        QFETCH(QStringList, playlist);
+        QFETCH(QString, tree);
+        QFETCH(QString, playlist);
         QFETCH(QString, summary);
-        TempMusicTree music(tree);
-        Build b;
-        b.builder.MusicDirectories = QStringList{music.root()};
-        b.playlists.PlaylistPaths = texts({"/old/entry.mp3:3"});
+        TempMusicTree music(list(tree));
+        Build b(music.root());
+        QSignalSpy resets(&b.playlists, &PlaylistManager::historyResetRequested);
+        b.playlists.PlaylistPaths = QStringList{u"/old/entry.mp3:3"_s};
         b.builder.BCreateList();
-        QCOMPARE(b.playlists.PlaylistPaths,
-                 playlist.isEmpty() ? QStringList{QString()} : music.lines(playlist));
-        QCOMPARE(b.playlists.list(1).count(), int(playlist.size()));
+        const QStringList expected = music.lines(list(playlist));
+        QCOMPARE(b.playlists.PlaylistPaths, expected.isEmpty() ? QStringList{QString()} : expected);
+        QCOMPARE(b.playlists.list(1).count(), int(expected.size()));
+        if (!expected.isEmpty())
+            QCOMPARE(b.playlists.list(1).itemText(0), u"1. "_s + b.playlists.PlaylistNames.first());
         QVERIFY(b.playlists.PlaylistChanged);
-        QCOMPARE(b.t.status.text(),
-                 QStringLiteral("0s  -  ") + summary.replace(QLatin1String("<root>"), music.root()));
-    }
-
-    void trailingSeparatorGivesSameList() {
-        TempMusicTree music(texts({"A/x.mp3", "A/B/y.mp3", "z.mp3"}));
-        Build plain;
-        plain.builder.MusicDirectories = QStringList{music.root()};
-        plain.builder.BCreateList();
-        Build trailing;
-        trailing.builder.MusicDirectories = QStringList{music.root() + QLatin1Char('/')};
+        QCOMPARE(resets.count(), 2);
+        QCOMPARE(b.t.status.text(), u"0s  -  "_s + summary.replace(u"<root>"_s, music.root()));
+        Build trailing(music.root() + u'/');
         trailing.builder.BCreateList();
-        QCOMPARE(trailing.playlists.PlaylistPaths, plain.playlists.PlaylistPaths);
-        QCOMPARE(plain.playlists.PlaylistPaths.size(), 3);
+        QCOMPARE(trailing.playlists.PlaylistPaths, b.playlists.PlaylistPaths);
     }
 
     void progressEvery64Files_data() {
         QTest::addColumn<int>("files");
-        QTest::addColumn<QStringList>("progress");
-        QTest::newRow("63") << 63 << QStringList();
-        QTest::newRow("64") << 64 << texts({"Suche Dateien: 64"});
-        QTest::newRow("129") << 129 << texts({"Suche Dateien: 64", "Suche Dateien: 128"});
+        QTest::addColumn<QString>("progress");
+        QTest::newRow("63") << 63 << QString();
+        QTest::newRow("64") << 64 << u"Suche Dateien: 64"_s;
+        QTest::newRow("129") << 129 << u"Suche Dateien: 64|Suche Dateien: 128"_s;
     }
     void progressEvery64Files() {
         QFETCH(int, files);
-        QFETCH(QStringList, progress);
+        QFETCH(QString, progress);
         TempMusicTree music;
-        QStringList names;
         for (int i = 0; i < files; ++i)
-            names << QStringLiteral("CD%1/%2.mp3").arg(i / 10).arg(i);
-        music.add(names);
-        Build b;
+            music.add({u"CD%1/%2.mp3"_s.arg(i / 10).arg(i)});
+        Build b(music.root());
         QSignalSpy paints(&b.builder, &PlaylistBuilder::statusPaintRequested);
-        b.builder.MusicDirectories = QStringList{music.root()};
         b.t.clock.stepPerReading = 12.375;
         b.builder.BCreateList();
-        QCOMPARE(b.statusTexts.mid(0, b.statusTexts.size() - 1), progress);
-        QCOMPARE(paints.count(), int(progress.size()));
-        QCOMPARE(b.statusTexts.last(), QStringLiteral("12,38s  -  Einträge: %1").arg(files));
+        QCOMPARE(b.statusTexts, list(progress) << u"12,38s  -  Einträge: %1"_s.arg(files));
+        QCOMPARE(paints.count(), int(list(progress).size()));
     }
 
+    // The error text stays until the summary replaces it.
     void missingDirectory_data() {
         QTest::addColumn<bool>("missingFirst");
         QTest::newRow("second missing") << false;
@@ -187,132 +174,211 @@ private slots:
     }
     void missingDirectory() {
         QFETCH(bool, missingFirst);
-        TempMusicTree music(texts({"a.mp3", "b/c.mp3"}));
-        const QString missing = music.path(QStringLiteral("gibt es nicht"));
-        Build b;
-        b.builder.MusicDirectories =
-            missingFirst ? QStringList{missing, music.root()} : QStringList{music.root(), missing};
+        TempMusicTree music(list(u"a.mp3|b/c.mp3"_s));
+        const QString missing = music.path(u"gibt es nicht"_s);
+        Build b(missingFirst ? missing + u'|' + music.root() : music.root() + u'|' + missing);
         b.t.clock.stepPerReading = 0.5;
         b.builder.BCreateList();
-        QCOMPARE(b.playlists.PlaylistPaths, music.lines(texts({"a.mp3", "b/c.mp3"})));
-        // The error text stays until the summary replaces it.
-        QCOMPARE(b.statusTexts,
-                 QStringList({QStringLiteral("Fehler - Verzeichnis nicht vorhanden: ") + missing,
-                              QStringLiteral("0,5s  -  Einträge: 2")}));
+        QCOMPARE(b.playlists.PlaylistPaths, music.lines(list(u"a.mp3|b/c.mp3"_s)));
+        QCOMPARE(b.statusTexts, QStringList({u"Fehler - Verzeichnis nicht vorhanden: "_s + missing,
+                                             u"0,5s  -  Einträge: 2"_s}));
     }
 
-    void resetsHistoryAndShowsNames() {
-        TempMusicTree music(texts({"Pop/Song Eins.mp3", "Pop/Song Zwei.mp3"}));
-        Build b;
-        QSignalSpy resets(&b.playlists, &PlaylistManager::historyResetRequested);
-        b.builder.MusicDirectories = QStringList{music.root()};
-        b.builder.BCreateList();
-        QCOMPARE(resets.count(), 2);
-        QCOMPARE(b.playlists.list(1).items(), texts({"1. Song Eins", "2. Song Zwei"}));
-        QCOMPARE(b.playlists.PlaylistNames, texts({"Song Eins", "Song Zwei"}));
-    }
-
-    // Windows rules: drive roots, "\" separators, a root with and without its trailing "\".
-    void windowsStyleTree_data() {
+    // Trees in memory: Windows drive roots with and without "\", the POSIX root, a folder whose
+    // listing fails (reported, the walk goes on).
+    void treeInMemory_data() {
+        QTest::addColumn<int>("style"); // 0 Windows, 1 POSIX
+        QTest::addColumn<QString>("files");
         QTest::addColumn<QString>("root");
-        QTest::newRow("drive with backslash") << QStringLiteral("D:\\");
-        QTest::newRow("drive without") << QStringLiteral("D:");
-    }
-    void windowsStyleTree() {
-        QFETCH(QString, root);
-        FakeFolderTree tree(PathStyle::Windows);
-        tree.addFile(QStringLiteral("D:\\MP3\\Greatest Hits\\Song.mp3"));
-        tree.addFile(QStringLiteral("D:\\MP3\\Greatest Hits\\folder.jpg"));
-        tree.addFile(QStringLiteral("D:\\MP3\\abc.WMA"));
-        tree.addFile(QStringLiteral("D:\\boot.ini"));
-        TestServices t;
-        t.services.pathStyle = PathStyle::Windows;
-        PlaylistManager playlists(t.services);
-        PlaylistBuilder builder(t.services, playlists, tree);
-        builder.MusicDirectories = QStringList{root};
-        builder.BCreateList();
+        QTest::addColumn<QString>("playlist");
+        const QString win =
+            u"D:\\MP3\\Greatest Hits\\Song.mp3|D:\\MP3\\Greatest Hits\\folder.jpg|D:\\MP3\\abc.WMA|D:\\boot.ini"_s;
         // "abc.WMA" is listed before "Greatest Hits" (case-insensitive) and so found first.
-        QCOMPARE(playlists.PlaylistPaths,
-                 texts({"D:\\MP3\\abc.WMA:5", "D:\\MP3\\Greatest Hits\\Song.mp3:5"}));
-        QCOMPARE(playlists.list(1).items(), texts({"1. abc", "2. Song"}));
+        const QString found = u"D:\\MP3\\abc.WMA:5|D:\\MP3\\Greatest Hits\\Song.mp3:5"_s;
+        QTest::newRow("drive with backslash") << 0 << win << u"D:\\"_s << found;
+        QTest::newRow("drive without") << 0 << win << u"D:"_s << found;
+        QTest::newRow("posix root") << 1 << u"/musik/a.mp3|/etc/x.conf"_s << u"/"_s << u"/musik/a.mp3:5"_s;
+        QTest::newRow("broken listing")
+            << 1 << u"/m/a/1.mp3|/m/b/2.mp3|/m/c/3.mp3"_s << u"/m"_s << u"/m/a/1.mp3:5|/m/c/3.mp3:5"_s;
     }
-
-    void posixRootFolder() {
-        FakeFolderTree tree(PathStyle::Posix);
-        tree.addFile(QStringLiteral("/musik/a.mp3"));
-        tree.addFile(QStringLiteral("/etc/x.conf"));
-        TestServices t;
-        PlaylistManager playlists(t.services);
-        PlaylistBuilder builder(t.services, playlists, tree);
-        builder.MusicDirectories = QStringList{QStringLiteral("/")};
-        builder.BCreateList();
-        QCOMPARE(playlists.PlaylistPaths, texts({"/musik/a.mp3:5"}));
-    }
-
-    void brokenListingReportedAndWalkGoesOn() {
-        FakeFolderTree tree(PathStyle::Posix);
-        tree.addFile(QStringLiteral("/m/a/1.mp3"));
-        tree.addFile(QStringLiteral("/m/b/2.mp3"));
-        tree.addFile(QStringLiteral("/m/c/3.mp3"));
-        tree.failListing(QStringLiteral("/m/b"), 75, QStringLiteral("Fehler beim Zugriff auf Pfad/Datei"));
-        TestServices t;
-        QStringList statusTexts;
-        QObject::connect(&t.status, &StatusLine::textChanged, [&](const QString& s) { statusTexts << s; });
-        PlaylistManager playlists(t.services);
-        PlaylistBuilder builder(t.services, playlists, tree);
-        builder.MusicDirectories = QStringList{QStringLiteral("/m")};
-        builder.BCreateList();
-        QCOMPARE(playlists.PlaylistPaths, texts({"/m/a/1.mp3:5", "/m/c/3.mp3:5"}));
-        QCOMPARE(statusTexts.first(), QStringLiteral("Fehler: #75 Fehler beim Zugriff auf Pfad/Datei"));
+    void treeInMemory() {
+        QFETCH(int, style);
+        QFETCH(QString, files);
+        QFETCH(QString, root);
+        QFETCH(QString, playlist);
+        FakeFolderTree tree(style == 0 ? PathStyle::Windows : PathStyle::Posix);
+        for (const QString& f : list(files))
+            tree.addFile(f);
+        tree.failListing(u"/m/b"_s, 75, u"Fehler beim Zugriff auf Pfad/Datei"_s);
+        Build b(root, &tree);
+        b.builder.BCreateList();
+        QCOMPARE(b.playlists.PlaylistPaths, list(playlist));
+        if (root == u"/m"_s)
+            QCOMPARE(b.statusTexts.first(), u"Fehler: #75 Fehler beim Zugriff auf Pfad/Datei"_s);
     }
 
     void counterOverflowsAtFile32768_data() {
         QTest::addColumn<int>("files");
-        QTest::addColumn<bool>("overflow");
-        QTest::newRow("32767 fit") << 32767 << false;
-        QTest::newRow("32768th overflows") << 32768 << true;
+        QTest::newRow("32767 fit") << 32767;
+        QTest::newRow("32768th overflows") << 32768;
     }
     void counterOverflowsAtFile32768() {
         QFETCH(int, files);
-        QFETCH(bool, overflow);
         FakeFolderTree tree(PathStyle::Posix);
         for (int i = 0; i < files; ++i)
-            tree.addFile(QStringLiteral("/m/%1/%2.mp3").arg(i / 500).arg(i));
-        TestServices t;
-        PlaylistManager playlists(t.services);
-        PlaylistBuilder builder(t.services, playlists, tree);
-        builder.MusicDirectories = QStringList{QStringLiteral("/m")};
-        if (!overflow) {
-            builder.BCreateList();
-            QCOMPARE(playlists.PlaylistPaths.size(), files);
-            QCOMPARE(t.status.text().right(15), QStringLiteral("Einträge: 32767"));
+            tree.addFile(u"/m/%1/%2.mp3"_s.arg(i / 500).arg(i));
+        Build b(u"/m"_s, &tree);
+        if (files == 32767) {
+            b.builder.BCreateList();
+            QCOMPARE(b.playlists.PlaylistPaths.size(), files);
+            QCOMPARE(b.t.status.text().right(15), u"Einträge: 32767"_s);
             return;
         }
-        try {
-            builder.BCreateList();
-            QFAIL("no overflow");
-        } catch (const RuntimeError& e) {
-            QCOMPARE(e.number(), int(RuntimeError::Overflow));
-        }
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, b.builder.BCreateList());
         // The file that overflowed the counter was stored before the count went up.
-        QCOMPARE(playlists.PlaylistPaths.size(), 32768);
-        QVERIFY(!playlists.PlaylistChanged);
+        QCOMPARE(b.playlists.PlaylistPaths.size(), 32768);
+        QVERIFY(!b.playlists.PlaylistChanged);
     }
 
-    // Every folder is read from disk once: a finished folder is found again in its parent's
-    // listing without reading the parent a second time.
+    // Every folder is read once: a finished folder is found again in its parent's listing without
+    // reading the parent a second time.
     void eachFolderListedOnce() {
         FakeFolderTree tree(PathStyle::Posix);
         for (int a = 0; a < 5; ++a)
             for (int c = 0; c < 4; ++c)
-                tree.addFile(QStringLiteral("/m/A%1/C%2/t.mp3").arg(a).arg(c));
-        TestServices t;
-        PlaylistManager playlists(t.services);
-        PlaylistBuilder builder(t.services, playlists, tree);
-        builder.MusicDirectories = QStringList{QStringLiteral("/m")};
-        builder.BCreateList();
-        QCOMPARE(playlists.PlaylistPaths.size(), 20);
+                tree.addFile(u"/m/A%1/C%2/t.mp3"_s.arg(a).arg(c));
+        Build b(u"/m"_s, &tree);
+        b.builder.BCreateList();
+        QCOMPARE(b.playlists.PlaylistPaths.size(), 20);
         QCOMPARE(tree.listings, 1 + 5 + 20);
+    }
+
+    // The merge on its own: which lines get the old digit, and how many comparisons failed.
+    void merge_data() {
+        QTest::addColumn<QString>("old");
+        QTest::addColumn<QString>("fresh");
+        QTest::addColumn<QString>("merged");
+        QTest::addColumn<int>("loops");
+        QTest::newRow("same lists") << u"/m/a.mp3:2|/m/b.mp3:0|/m/c.mp3:4"_s
+                                    << u"/m/a.mp3:5|/m/b.mp3:5|/m/c.mp3:5"_s
+                                    << u"/m/a.mp3:2|/m/b.mp3:0|/m/c.mp3:4"_s
+                                    << 2; // each search starts on the last hit
+        QTest::newRow("new file in between")
+            << u"/m/a.mp3:2|/m/c.mp3:3"_s << u"/m/a.mp3:5|/m/b.mp3:5|/m/c.mp3:5"_s
+            << u"/m/a.mp3:2|/m/b.mp3:5|/m/c.mp3:3"_s << 2;
+        QTest::newRow("deleted file runs to the end")
+            << u"/m/a.mp3:1|/m/gone.mp3:0|/m/z.mp3:3"_s << u"/m/a.mp3:5|/m/z.mp3:5"_s
+            << u"/m/a.mp3:1|/m/z.mp3:3"_s << 3;
+        QTest::newRow("entry before the last match is not found")
+            << u"/m/c.mp3:1|/m/a.mp3:2"_s << u"/m/a.mp3:5|/m/c.mp3:5"_s << u"/m/a.mp3:5|/m/c.mp3:1"_s << 2;
+        QTest::newRow("keys compare case-sensitively")
+            << u"/m/A.mp3:1|/m/b.mp3:2"_s << u"/m/a.mp3:5|/m/b.mp3:5"_s << u"/m/a.mp3:5|/m/b.mp3:2"_s << 3;
+    }
+    void merge() {
+        QFETCH(QString, old);
+        QFETCH(QString, fresh);
+        QFETCH(QString, merged);
+        QFETCH(int, loops);
+        QStringList lines = list(fresh);
+        QCOMPARE(PlaylistBuilder::mergePriorities(list(old), qint16(list(old).size() - 1), lines), loops);
+        QCOMPARE(lines, list(merged));
+    }
+
+    // Against the disk: files removed and added between build and update.
+    void keepsPrioritiesAgainstTheDisk_data() {
+        QTest::addColumn<QString>("tree");
+        QTest::addColumn<QString>("priorities");
+        QTest::addColumn<QString>("removed");
+        QTest::addColumn<QString>("added");
+        QTest::addColumn<QString>("result");
+        QTest::newRow("files gone and new")
+            << u"A/eins.mp3|A/zwei.mp3|B/drei.mp3|B/vier.mp3"_s << u"A/zwei.mp3:2|B/vier.mp3:0|B/drei.mp3:1"_s
+            << u"B/drei.mp3"_s << u"B/neu.mp3|C/auch neu.mp3"_s
+            << u"A/eins.mp3:5|A/zwei.mp3:2|B/neu.mp3:5|B/vier.mp3:0|C/auch neu.mp3:5"_s;
+        // Element 0 is left out of the merge: a one-entry list loses its priority.
+        QTest::newRow("one entry") << u"a.mp3"_s << u"a.mp3:2"_s << QString() << QString() << u"a.mp3:5"_s;
+        QTest::newRow("two entries") << u"a.mp3|b.mp3"_s << u"a.mp3:2|b.mp3:3"_s << QString() << QString()
+                                     << u"a.mp3:2|b.mp3:3"_s;
+    }
+    void keepsPrioritiesAgainstTheDisk() {
+        QFETCH(QString, tree);
+        QFETCH(QString, priorities);
+        QFETCH(QString, removed);
+        QFETCH(QString, added);
+        QFETCH(QString, result);
+        TempMusicTree music(list(tree));
+        Build u(music.root());
+        u.buildWith(music, priorities);
+        if (!removed.isEmpty())
+            music.remove(removed);
+        music.add(list(added));
+        QSignalSpy resets(&u.playlists, &PlaylistManager::historyResetRequested);
+        u.builder.BUpdateList();
+        QStringList expected, rows;
+        for (const QString& r : list(result)) {
+            expected << music.line(r.chopped(2), r.back().toLatin1());
+            rows << u"%1. "_s.arg(rows.size() + 1) + r.section(u'/', -1).chopped(6);
+        }
+        QCOMPARE(u.playlists.PlaylistPaths, expected);
+        QCOMPARE(u.playlists.list(1).items(), rows);
+        QCOMPARE(u.playlists.PlaylistNames.size(), expected.size());
+        QVERIFY(u.playlists.PlaylistChanged);
+        QCOMPARE(resets.count(), 2);
+    }
+
+    void statusCountsUpperBounds() {
+        TempMusicTree music(list(u"a.mp3|b.mp3|c.mp3|d.mp3|e.mp3|f.mp3|g.mp3|h.mp3|i.mp3|j.mp3"_s));
+        Build u(music.root());
+        u.buildWith(music, QString());
+        music.add(list(u"k.mp3|l.mp3|latin1:Über.mp3"_s));
+        u.t.clock.stepPerReading = 0.75;
+        u.builder.BUpdateList();
+        QCOMPARE(u.playlists.PlaylistPaths.size(), 12);
+        QCOMPARE(u.t.status.text(),
+                 u"0,75s   Schleifen: 9   Liste neu: 11  Liste vorher: 9  -  Übersprungen (Name nicht "
+                 u"UTF-8): 1, z. B. "_s +
+                     music.path(u"\uFFFDber.mp3"_s));
+    }
+
+    // A line the name rule refuses stops the rebuild where it is.
+    void invalidLineStopsTheRebuild_data() {
+        QTest::addColumn<QString>("files");
+        QTest::addColumn<QString>("root");
+        QTest::addColumn<QString>("status");
+        QTest::newRow("nothing found")
+            << QString() << u"/m"_s << u"FuncGetSongName - Fehler: Leerer String!"_s;
+        QTest::newRow("path too short") << u"/m/langer Name.mp3|/a.mp3"_s << u"/"_s
+                                        << u"FuncGetSongName - Fehler: Pfad zu kurz! --> /a.mp3:5"_s;
+    }
+    void invalidLineStopsTheRebuild() {
+        QFETCH(QString, files);
+        QFETCH(QString, root);
+        QFETCH(QString, status);
+        FakeFolderTree tree(PathStyle::Posix);
+        tree.addFolder(u"/m"_s);
+        for (const QString& f : list(files))
+            tree.addFile(f);
+        Build b(root, &tree);
+        b.playlists.PlaylistPaths = list(u"/x/alt1.mp3:3|/x/alt2.mp3:4"_s);
+        b.playlists.FuncDisplayPlaylist(true, 1);
+        b.builder.BUpdateList();
+        QCOMPARE(b.t.status.text(), status);
+        QCOMPARE(b.playlists.list(1).count(), 0);
+        QVERIFY(!b.playlists.PlaylistChanged);
+    }
+
+    void windowsStyleKeepsPriority() {
+        FakeFolderTree tree(PathStyle::Windows);
+        tree.addFile(u"E:\\Musik\\Rock\\laut.mp3"_s);
+        tree.addFile(u"E:\\Musik\\Rock\\leise.mp3"_s);
+        Build b(u"E:\\Musik\\"_s, &tree);
+        b.builder.BCreateList();
+        b.playlists.PlaylistPaths[1] = PlaylistLine::withPriority(b.playlists.PlaylistPaths[1], u'1');
+        tree.addFile(u"E:\\Musik\\Pop\\neu.mp3"_s);
+        b.builder.BUpdateList();
+        QCOMPARE(
+            b.playlists.PlaylistPaths,
+            list(u"E:\\Musik\\Pop\\neu.mp3:5|E:\\Musik\\Rock\\laut.mp3:5|E:\\Musik\\Rock\\leise.mp3:1"_s));
     }
 };
 

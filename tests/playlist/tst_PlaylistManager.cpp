@@ -2,272 +2,335 @@
 #include "playlist/PlaylistManager.h"
 #include "support/TestServices.h"
 
+#include <QDir>
 #include <QFile>
 #include <QLocale>
 #include <QSignalSpy>
+#include <QStringEncoder>
 #include <QTemporaryDir>
 #include <QTest>
 
-namespace {
+using namespace Qt::StringLiterals;
 
-QString writeFile(const QTemporaryDir& dir, const QString& name, const QByteArray& content) {
-    const QString path = dir.filePath(name);
-    QFile f(path);
-    f.open(QIODevice::WriteOnly);
-    f.write(content);
-    return path;
-}
-
-QByteArray readFile(const QString& path) {
-    QFile f(path);
-    f.open(QIODevice::ReadOnly);
-    return f.readAll();
-}
-
-} // namespace
-
+// Loading, showing and saving the two playlists, and the dialogs around them. Playlist files as users'
+// disks hold them: classic ANSI, UTF-8 with and without marks, damaged ones, and M3U lists of other
+// players; the bytes on disk are compared before and after.
 class TestPlaylistManager : public QObject {
     Q_OBJECT
+
+    QTemporaryDir m_dir;
+
+    QString write(const QString& name, const QByteArray& content) {
+        QFile f(m_dir.filePath(name));
+        f.open(QIODevice::WriteOnly | QIODevice::Truncate);
+        f.write(content);
+        return f.fileName();
+    }
+    static QByteArray read(const QString& path) {
+        QFile f(path);
+        f.open(QIODevice::ReadOnly);
+        return f.readAll();
+    }
+    static QByteArray utf16(const QString& text) {
+        return QStringEncoder(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom).encode(text);
+    }
+    static QString setting(TestServices& t, const char* key) {
+        return t.settings.GetSetting(u"Settings"_s, QLatin1String(key), u"0"_s);
+    }
+
 private slots:
     void initTestCase() { QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany)); }
 
     void load_data() {
         QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QStringList>("rows");
+        QTest::addColumn<int>("rows");
         QTest::addColumn<QString>("result"); // %1 = file
-        QTest::newRow("crlf") << QByteArray("/m/a/One.mp3:5\r\n/m/b/Two.mp3:3\r\n")
-                              << QStringList{QStringLiteral("1. One"), QStringLiteral("2. Two")}
-                              << QStringLiteral("Playliste 1 aus Datei geladen in 0,25 s  ----->>>  2 Songs");
+        const QString loaded = u"Playliste 1 aus Datei geladen in 0,25 s  ----->>>  %2 Songs"_s;
+        const QString failed = u"Fehler beim Laden der Playliste 1 \"%1\" - Fehler: "_s;
+        QTest::newRow("crlf") << QByteArray("/m/a/One.mp3:5\r\n/m/b/Two.mp3:3\r\n") << 2 << loaded.arg(2);
         QTest::newRow("last line unterminated")
-            << QByteArray("/m/a/One.mp3:5\r\n/m/b/Two.mp3:3")
-            << QStringList{QStringLiteral("1. One"), QStringLiteral("2. Two")}
-            << QStringLiteral("Playliste 1 aus Datei geladen in 0,25 s  ----->>>  2 Songs");
-        QTest::newRow("lf only") << QByteArray("/m/a/One.mp3:5\n/m/b/Two.mp3:3\n")
-                                 << QStringList{QStringLiteral("1. One"), QStringLiteral("2. Two")}
-                                 << QStringLiteral(
-                                        "Playliste 1 aus Datei geladen in 0,25 s  ----->>>  2 Songs");
-        QTest::newRow("empty file") << QByteArray() << QStringList()
-                                    << QStringLiteral(
-                                           "Playliste 1 aus Datei geladen in 0,25 s  ----->>>  0 Songs");
-        QTest::newRow("saved empty playlist") << QByteArray("\r\n") << QStringList()
-                                              << QStringLiteral("Fehler beim Laden der Playliste 1 \"%1\" - "
-                                                                "Fehler: Leerer String! in Zeile 0");
+            << QByteArray("/m/a/One.mp3:5\r\n/m/b/Two.mp3:3") << 2 << loaded.arg(2);
+        QTest::newRow("lf only") << QByteArray("/m/a/One.mp3:5\n/m/b/Two.mp3:3\n") << 2 << loaded.arg(2);
+        QTest::newRow("empty file") << QByteArray() << 0 << loaded.arg(0);
+        QTest::newRow("saved empty playlist")
+            << QByteArray("\r\n") << 0 << failed + u"Leerer String! in Zeile 0"_s;
         QTest::newRow("error in third line")
-            << QByteArray("/m/a/One.mp3:5\r\n/m/b/Two.mp3:3\r\nrel/x.mp3:5\r\n/m/c/Four.mp3:5\r\n")
-            << QStringList()
-            << QStringLiteral(
-                   "Fehler beim Laden der Playliste 1 \"%1\" - Fehler: Pfad enthält nicht :\\ oder "
-                   "\\\\! --> rel/x.mp3:5 in Zeile 2");
-        QTest::newRow("too short") << QByteArray("/a/b.mp:5\r\n") << QStringList()
-                                   << QStringLiteral("Fehler beim Laden der Playliste 1 \"%1\" - "
-                                                     "Fehler: Pfad zu kurz! --> /a/b.mp:5 in Zeile 0");
+            << QByteArray("/m/a/One.mp3:5\r\n/m/b/Two.mp3:3\r\nrel/x.mp3:5\r\n/m/c/Four.mp3:5\r\n") << 0
+            << failed + u"Pfad enthält nicht :\\ oder \\\\! --> rel/x.mp3:5 in Zeile 2"_s;
+        QTest::newRow("too short") << QByteArray("/a/b.mp:5\r\n") << 0
+                                   << failed + u"Pfad zu kurz! --> /a/b.mp:5 in Zeile 0"_s;
     }
     void load() {
         QFETCH(QByteArray, content);
-        QFETCH(QStringList, rows);
+        QFETCH(int, rows);
         QFETCH(QString, result);
         TestServices t;
         t.clock.stepPerReading = 0.251;
         PlaylistManager p(t.services);
-        p.list(1).addItem(QStringLiteral("old row"));
-        QTemporaryDir dir;
-        const QString file = writeFile(dir, QStringLiteral("list.txt"), content);
+        p.list(1).addItem(u"old row"_s);
+        const QString file = write(u"list.txt"_s, content);
         QCOMPARE(p.FuncReadPlaylistAndDisplay(file, true, 1), result.arg(file));
-        QCOMPARE(p.list(1).items(), rows);
-        QCOMPARE(p.PlaylistPaths.size(), qMax<qsizetype>(1, rows.size()));
-        if (rows.isEmpty())
+        QCOMPARE(p.list(1).items(), rows ? (QStringList{u"1. One"_s, u"2. Two"_s}) : QStringList());
+        QCOMPARE(p.PlaylistPaths.size(), qMax(1, rows));
+        if (!rows)
             QCOMPARE(p.PlaylistPaths, QStringList{QString()});
+        // A failed load keeps the names read so far.
+        if (content.startsWith("/m/a/One.mp3:5\r\n/m/b/Two.mp3:3\r\nrel"))
+            QCOMPARE(p.PlaylistNames.mid(0, 2), (QStringList{u"One"_s, u"Two"_s}));
     }
 
-    void failedLoadKeepsNamesReadSoFar() {
+    void missingFileLeavesTheListAlone() {
         TestServices t;
         PlaylistManager p(t.services);
-        QTemporaryDir dir;
-        const QString file =
-            writeFile(dir, QStringLiteral("l.txt"), QByteArray("/m/a/One.mp3:5\r\n/m/b/Two.mp3:3\r\n\r\n"));
-        p.FuncReadPlaylistAndDisplay(file, true, 1);
-        QCOMPARE(p.PlaylistPaths, QStringList{QString()});
-        QCOMPARE(p.PlaylistNames, (QStringList{QStringLiteral("One"), QStringLiteral("Two")}));
-        QCOMPARE(p.list(1).count(), 0);
-    }
-
-    void missingFileLeavesArraysAlone() {
-        TestServices t;
-        PlaylistManager p(t.services);
-        p.PlaylistPaths = QStringList{QStringLiteral("/m/a/One.mp3:5")};
-        p.list(1).addItem(QStringLiteral("1. One"));
-        const QString missing = QStringLiteral("/nonexistent/dir/list.txt");
-        QCOMPARE(p.FuncReadPlaylistAndDisplay(missing, true, 1),
-                 QStringLiteral(
-                     "Fehler beim Laden von \"/nonexistent/dir/list.txt\" -> #53 Datei nicht gefunden"));
+        p.PlaylistPaths = QStringList{u"/m/a/One.mp3:5"_s};
+        p.list(1).addItem(u"1. One"_s);
+        QCOMPARE(p.FuncReadPlaylistAndDisplay(u"/nonexistent/list.txt"_s, true, 1),
+                 u"Fehler beim Laden von \"/nonexistent/list.txt\" -> #53 Datei nicht gefunden"_s);
         QCOMPARE(p.PlaylistPaths.size(), 1);
         QCOMPARE(p.list(1).count(), 0); // the box was cleared as asked
     }
 
-    void loadWithoutClearAppendsRowsAndPlaylist2KeepsNoNames() {
+    void loadWithoutClearAppendsAndPlaylist2KeepsNoNames() {
         TestServices t;
         PlaylistManager p(t.services);
-        p.list(2).addItem(QStringLiteral("kept"));
-        QTemporaryDir dir;
-        const QString file = writeFile(dir, QStringLiteral("l.txt"), QByteArray("/m/a/One.mp3:5\r\n"));
-        p.FuncReadPlaylistAndDisplay(file, false, 2);
-        QCOMPARE(p.list(2).items(), (QStringList{QStringLiteral("kept"), QStringLiteral("1. One")}));
-        QCOMPARE(p.Playlist2Paths, QStringList{QStringLiteral("/m/a/One.mp3:5")});
+        p.list(2).addItem(u"kept"_s);
+        p.FuncReadPlaylistAndDisplay(write(u"l.txt"_s, "/m/a/One.mp3:5\r\n"), false, 2);
+        QCOMPARE(p.list(2).items(), (QStringList{u"kept"_s, u"1. One"_s}));
+        QCOMPARE(p.Playlist2Paths, QStringList{u"/m/a/One.mp3:5"_s});
         QCOMPARE(p.PlaylistNames, QStringList{QString()});
-    }
-
-    void displayListsInvalidEntriesWithTheirErrorText() {
-        TestServices t;
-        PlaylistManager p(t.services);
-        p.PlaylistPaths = QStringList{QStringLiteral("/m/a/One.mp3:5"), QStringLiteral("bad")};
+        // An entry the name rule refuses is shown with its error text.
+        p.PlaylistPaths = QStringList{u"/m/a/One.mp3:5"_s, u"bad"_s};
         p.FuncDisplayPlaylist(true, 1);
         QCOMPARE(p.list(1).items(),
-                 (QStringList{QStringLiteral("1. One"),
-                              QStringLiteral("2. Fehler: Pfad enthält nicht :\\ oder \\\\! --> bad")}));
+                 (QStringList{u"1. One"_s, u"2. Fehler: Pfad enthält nicht :\\ oder \\\\! --> bad"_s}));
         QCOMPARE(p.PlaylistNames.size(), 2);
     }
 
     void saveLimitIs32767Entries() {
         TestServices t;
         PlaylistManager p(t.services);
-        QTemporaryDir dir;
-        const QString file = dir.filePath(QStringLiteral("big.txt"));
-        p.PlaylistPaths = QStringList(32767, QStringLiteral("/m/a/One.mp3:5"));
+        const QString file = m_dir.filePath(u"big.txt"_s);
+        p.PlaylistPaths = QStringList(32767, u"/m/a/One.mp3:5"_s);
         p.FuncSavePlaylist(file, 1);
-        QCOMPARE(readFile(file).count("\r\n"), 32767);
-        p.PlaylistPaths.append(QStringLiteral("/m/a/Two.mp3:5"));
-        try {
-            p.FuncSavePlaylist(file, 1);
-            QFAIL("no overflow");
-        } catch (const RuntimeError& e) {
-            QCOMPARE(e.number(), int(RuntimeError::Overflow));
-        }
-        QCOMPARE(readFile(file).count("\r\n"), 32767); // the old file is untouched
+        QCOMPARE(read(file).count("\r\n"), qsizetype(32767));
+        p.PlaylistPaths.append(u"/m/a/Two.mp3:5"_s);
+        QVERIFY_THROWS_EXCEPTION(RuntimeError, p.FuncSavePlaylist(file, 1));
+        QCOMPARE(read(file).count("\r\n"), qsizetype(32767)); // the old file is untouched
     }
 
     void openPlaylist() {
         TestServices t;
         PlaylistManager p(t.services);
         QSignalSpy resets(&p, &PlaylistManager::historyResetRequested);
-        QTemporaryDir dir;
-        const QString file = writeFile(dir, QStringLiteral("l.txt"), QByteArray("/m/a/One.mp3:5\r\n"));
-        p.DialogLastpath = QStringLiteral("/start/");
-
+        const QString file = write(u"l.txt"_s, "/m/a/One.mp3:5\r\n");
+        p.DialogLastpath = u"/start/"_s;
         p.OpenPlaylist(1); // cancelled
-        QCOMPARE(t.status.text(), QStringLiteral("Abbruch durch User!"));
-        QCOMPARE(t.dialogs.openRequests.size(), 1);
-        const Dialogs::FileRequest r = t.dialogs.openRequests.first();
-        QCOMPARE(r.title, QStringLiteral("Playliste öffnen"));
-        QVERIFY(r.filter.startsWith(QStringLiteral("Playlisten (*.txt)| *.txt|")));
-        QCOMPARE(r.initialDir, QStringLiteral("/start/"));
-        QCOMPARE(r.defaultExt, QStringLiteral("txt"));
-        QCOMPARE(r.flags, 6148);
+        QCOMPARE(t.status.text(), u"Abbruch durch User!"_s);
+        QCOMPARE(t.dialogs.openRequests.first().initialDir, u"/start/"_s);
         QCOMPARE(resets.count(), 0);
 
         t.dialogs.openAnswers = {file};
         p.OpenPlaylist(1);
-        QCOMPARE(p.DialogLastpath, dir.path() + QLatin1Char('/'));
+        QCOMPARE(p.DialogLastpath, m_dir.path() + u'/');
         QCOMPARE(p.actPlaylist(1), file);
-        QCOMPARE(t.settings.GetSetting(QStringLiteral("Settings"), QStringLiteral("PlaylistFile"),
-                                       QStringLiteral("0")),
-                 file);
-        QVERIFY(t.status.text().startsWith(QStringLiteral("Playliste 1 aus Datei geladen in ")));
+        QCOMPARE(setting(t, "PlaylistFile"), file);
+        QVERIFY(t.status.text().startsWith(u"Playliste 1 aus Datei geladen in "_s));
         QCOMPARE(resets.count(), 1);
 
         // Playlist 2 remembers its own key, even when loading fails.
-        const QString broken = writeFile(dir, QStringLiteral("b.txt"), QByteArray("x\r\n"));
+        const QString broken = write(u"b.txt"_s, "x\r\n");
         t.dialogs.openAnswers = {broken};
         p.OpenPlaylist(2);
         QCOMPARE(p.actPlaylist(2), broken);
-        QCOMPARE(t.settings.GetSetting(QStringLiteral("Settings"), QStringLiteral("PlaylistFile2"),
-                                       QStringLiteral("0")),
-                 broken);
-        QVERIFY(t.status.text().startsWith(QStringLiteral("Fehler beim Laden der Playliste 2")));
+        QCOMPARE(setting(t, "PlaylistFile2"), broken);
+        QVERIFY(t.status.text().startsWith(u"Fehler beim Laden der Playliste 2"_s));
     }
 
+    // Save As refuses the other playlist's file (a name differing in case only is another file);
+    // for playlist 2 it shows playlist 1's file each time and stores the key of playlist 1.
+    void saveAsRefusesTheOtherPlaylistsFile_data() {
+        QTest::addColumn<int>("n");
+        QTest::newRow("playlist 1") << 1;
+        QTest::newRow("playlist 2") << 2;
+    }
     void saveAsRefusesTheOtherPlaylistsFile() {
+        QFETCH(int, n);
         TestServices t;
         PlaylistManager p(t.services);
-        QTemporaryDir dir;
-        const QString other = dir.filePath(QStringLiteral("Zwei.txt"));
-        const QString mine = dir.filePath(QStringLiteral("zwei.txt")); // differs in case only: accepted
-        p.setActPlaylist(2, other);
-        p.PlaylistPaths = QStringList{QStringLiteral("/m/a/One.mp3:5")};
+        const QString other = m_dir.filePath(u"Other%1.txt"_s.arg(n)),
+                      mine = m_dir.filePath(u"other%1.txt"_s.arg(n));
+        p.setActPlaylist(3 - n, other);
+        p.paths(n) = QStringList{u"/m/a/One.mp3:5"_s};
         t.dialogs.saveAnswers = {other, mine};
-        p.FuncSavePlaylistAs(1);
-        QCOMPARE(t.dialogs.saveRequests.size(), 2);
-        QCOMPARE(t.dialogs.saveRequests.first().title, QStringLiteral("Playliste speichern unter"));
-        QCOMPARE(t.dialogs.saveRequests.first().flags, 3078);
+        p.FuncSavePlaylistAs(n);
+        const QString refusal = u"Playliste %1 darf nicht überschrieben werden!"_s.arg(3 - n);
         QCOMPARE(t.dialogs.messageTexts(),
-                 QStringList{QStringLiteral("Playliste 2 darf nicht überschrieben werden!")});
-        QCOMPARE(p.actPlaylist(1), mine);
+                 n == 1 ? QStringList{refusal} : (QStringList{other, refusal, other}));
+        QCOMPARE(p.actPlaylist(n), mine);
         QVERIFY(QFile::exists(mine));
-        QCOMPARE(t.status.text(),
-                 QStringLiteral("Playliste 1 erfolgreich unter \"%1\" gespeichert!").arg(mine));
+        QCOMPARE(setting(t, "PlaylistFile"), mine);
+        QCOMPARE(setting(t, "PlaylistFile2"), u"0"_s);
     }
 
-    void saveAsOfPlaylist2ShowsPlaylist1sFileEveryTimeAndStoresKeyOfPlaylist1() {
+    // Closing with changes to a list that has no file yet: Yes asks where to save it.
+    void closePromptWithoutFileAsksWhere() {
         TestServices t;
         PlaylistManager p(t.services);
-        QTemporaryDir dir;
-        const QString one = dir.filePath(QStringLiteral("eins.txt"));
-        const QString two = dir.filePath(QStringLiteral("zwei.txt"));
-        p.setActPlaylist(1, one);
-        p.Playlist2Paths = QStringList{QStringLiteral("/m/a/One.mp3:5")};
-        t.dialogs.saveAnswers = {one, two};
-        p.FuncSavePlaylistAs(2);
+        p.PlaylistPaths = QStringList{u"/m/a/One.mp3:5"_s};
+        p.PlaylistChanged = true;
+        t.dialogs.answers = {Dialogs::Answer::Yes};
+        QVERIFY(p.AskSaveBeforeClose());
         QCOMPARE(t.dialogs.messageTexts(),
-                 (QStringList{one, QStringLiteral("Playliste 1 darf nicht überschrieben werden!"), one}));
-        QCOMPARE(p.actPlaylist(2), two);
-        QCOMPARE(t.settings.GetSetting(QStringLiteral("Settings"), QStringLiteral("PlaylistFile"),
-                                       QStringLiteral("0")),
-                 two);
-        QCOMPARE(t.settings.GetSetting(QStringLiteral("Settings"), QStringLiteral("PlaylistFile2"),
-                                       QStringLiteral("0")),
-                 QStringLiteral("0"));
+                 QStringList{u"Möchten Sie die Änderungen in der Playliste \"\" speichern?"_s});
+        QCOMPARE(t.dialogs.saveRequests.size(), 1);
     }
 
-    void closePrompt_data() {
-        QTest::addColumn<bool>("changed");
-        QTest::addColumn<bool>("hasFile");
-        QTest::addColumn<int>("answer");
-        QTest::addColumn<bool>("closes");
-        QTest::addColumn<bool>("saved");
-        QTest::addColumn<int>("saveDialogs");
-        QTest::newRow("unchanged asks nothing")
-            << false << true << int(Dialogs::Answer::Cancel) << true << false << 0;
-        QTest::newRow("cancel") << true << true << int(Dialogs::Answer::Cancel) << false << false << 0;
-        QTest::newRow("no") << true << true << int(Dialogs::Answer::No) << true << false << 0;
-        QTest::newRow("yes with file") << true << true << int(Dialogs::Answer::Yes) << true << true << 0;
-        QTest::newRow("yes without file") << true << false << int(Dialogs::Answer::Yes) << true << false << 1;
+    // Loaded, then saved over the same file; an answer is given only where a question is expected.
+    void loadThenSave_data() {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QByteArray>("before");
+        QTest::addColumn<QString>("firstRow"); // "" = the load failed
+        QTest::addColumn<int>("answer");       // -1 = no question may come
+        QTest::addColumn<QByteArray>("after");
+        const QByteArray latin1("/m/a/Gr\xfc\xdf"
+                                "e.mp3:5\r\n/m/b/Caf\xe9.mp3:3\r\n");
+        const QByteArray broken("/m/a/One.mp3:5\r\n\r\n/m/b/Two.mp3:5\r\n");
+        const QByteArray web("#EXTM3U\nhttp://radio.example/stream.mp3\n/m/a/One.mp3\n");
+        const int none = -1, yes = int(Dialogs::Answer::Yes), no = int(Dialogs::Answer::No);
+        const QByteArray same; // the file stays as it was
+        QTest::newRow("latin-1") << "l.txt" << latin1 << "1. Grüße" << none << same;
+        QTest::newRow("utf-8") << "u.txt" << u"/m/a/Grüße.mp3:5\r\n"_s.toUtf8() << "1. Grüße" << none << same;
+        QTest::newRow("utf-8 with mark")
+            << "b.txt" << QByteArray("\xef\xbb\xbf/m/a/One.mp3:5\r\n") << "1. One" << none << same;
+        QTest::newRow("utf-16 with mark")
+            << "w.txt" << utf16(u"/m/a/Ärger.mp3:4\r\n"_s) << "1. Ärger" << none << same;
+        QTest::newRow("LF becomes CR LF") << "n.txt" << QByteArray("/m/a/One.mp3:5\n") << "1. One" << none
+                                          << QByteArray("/m/a/One.mp3:5\r\n");
+        QTest::newRow("empty line, kept") << "e.txt" << broken << "" << no << same;
+        QTest::newRow("empty line, replaced") << "e.txt" << broken << "" << yes << QByteArray("\r\n");
+        QTest::newRow("relative line, kept") << "r.txt" << QByteArray("a/One.mp3:5\r\n") << "" << no << same;
+        QTest::newRow("m3u address, kept") << "w.m3u" << web << "1. One" << no << same;
+        QTest::newRow("m3u address, replaced")
+            << "w.m3u" << web << "1. One" << yes << QByteArray("#EXTM3U\n#EXTINF:-1,One\n/m/a/One.mp3\n");
     }
-    void closePrompt() {
-        QFETCH(bool, changed);
-        QFETCH(bool, hasFile);
+    void loadThenSave() {
+        QFETCH(QString, name);
+        QFETCH(QByteArray, before);
+        QFETCH(QString, firstRow);
         QFETCH(int, answer);
-        QFETCH(bool, closes);
-        QFETCH(bool, saved);
-        QFETCH(int, saveDialogs);
+        QFETCH(QByteArray, after);
         TestServices t;
         PlaylistManager p(t.services);
+        const QString file = write(name, before);
+        t.dialogs.openAnswers = {file};
+        p.OpenPlaylist(1);
+        QCOMPARE(p.list(1).items().value(0), firstRow);
+
+        if (answer >= 0)
+            t.dialogs.answers = {Dialogs::Answer(answer)};
+        const int asked = t.dialogs.questions.size();
+        const QString text = p.FuncSavePlaylist(file, 1);
+        QCOMPARE(read(file), after.isNull() ? before : after);
+        QCOMPARE(t.dialogs.questions.size() - asked, answer >= 0 ? 1 : 0);
+        if (answer < 0)
+            return;
+        const auto q = t.dialogs.questions.last();
+        QVERIFY2(q.text.startsWith(u"Die Playliste \"%1\" wurde nicht vollständig geladen:"_s.arg(file)),
+                 qPrintable(q.text));
+        QCOMPARE(q.buttons, Dialogs::Buttons::YesNo);
+        QCOMPARE(q.defaultButton, 2); // Enter keeps the file
+        if (answer == int(Dialogs::Answer::Yes))
+            return;
+        QCOMPARE(text, u"Playliste 1 nicht gespeichert - \"%1\" bleibt unverändert."_s.arg(file));
+        // Closing with changes: Yes to saving, No to replacing the file keeps the window open.
+        p.setActPlaylist(1, file);
+        p.PlaylistChanged = true;
+        t.dialogs.answers = {Dialogs::Answer::Yes, Dialogs::Answer::No};
+        QVERIFY(!p.AskSaveBeforeClose());
+        QCOMPARE(read(file), before);
+    }
+
+    void namesWithLineBreaksAreLeftOut() {
+        TestServices t;
+        PlaylistManager p(t.services);
+        const QString file = m_dir.filePath(u"breaks.txt"_s);
+        p.PlaylistPaths = {u"/m/a/Bad\nName.mp3:5"_s, u"/m/a/Good.mp3:3"_s, u"/m/a/Bad\rToo.mp3:5"_s};
+        QCOMPARE(
+            p.FuncSavePlaylist(file, 1),
+            u"Playliste 1 erfolgreich unter \"%1\" gespeichert! (2 Einträge mit Zeilenumbruch ausgelassen)"_s
+                .arg(file));
+        QCOMPARE(read(file), QByteArray("/m/a/Good.mp3:3\r\n"));
+        QCOMPARE(t.dialogs.questions.size(), 1);
+        QVERIFY(t.dialogs.questions[0].text.contains(u"1. /m/a/Bad\u21b5Name.mp3:5\n3. /m/a/Bad\u21b5Too"_s));
+        QCOMPARE(p.PlaylistPaths.size(), 3); // the list itself keeps them
+    }
+
+    void m3uRead_data() {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QStringList>("lines"); // %1 = the list's folder
+        QTest::addColumn<QString>("notes");     // what the user is told, "" = nothing
+        QTest::newRow("relative, absolute, lengths")
+            << QByteArray("#EXTM3U\n#EXTINF:123,Eins\nAlbum/Eins.mp3\n\n#EXTINF:-1,Zwei\n/abs/Zwei.mp3\n")
+            << u"%1/Album/Eins.mp3:5|/abs/Zwei.mp3:5"_s.split(u'|') << "1 Datei wurde nicht gefunden";
+        QTest::newRow("mark and CR LF") << QByteArray("\xef\xbb\xbf#EXTM3U\r\nAlbum/Eins.mp3\r\n")
+                                        << u"%1/Album/Eins.mp3:5"_s.split(u'|') << "";
+        QTest::newRow("priorities")
+            << QByteArray("#TAVOMP3PRIO:2\nAlbum/Eins.mp3\nAlbum/Eins.mp3:0\nAlbum/Eins.mp3\n")
+            << u"%1/Album/Eins.mp3:2|%1/Album/Eins.mp3:0|%1/Album/Eins.mp3:5"_s.split(u'|') << "";
+        QTest::newRow("file address")
+            << QByteArray("file://%1/Album/Eins.mp3\n") << u"%1/Album/Eins.mp3:5"_s.split(u'|') << "";
+        QTest::newRow("network addresses")
+            << QByteArray("https://radio.example/a.mp3\nAlbum/Eins.mp3\nhttp://radio.example/b\n")
+            << u"%1/Album/Eins.mp3:5"_s.split(u'|')
+            << "2 Einträge mit Internetadressen wurden nicht übernommen (nur Dateien auf diesem Rechner), "
+               "z. B. \"https://radio.example/a.mp3\".";
+    }
+    void m3uRead() {
+        QFETCH(QByteArray, content);
+        QFETCH(QStringList, lines);
+        QFETCH(QString, notes);
         QTemporaryDir dir;
-        const QString file = dir.filePath(QStringLiteral("l.txt"));
-        p.PlaylistPaths = QStringList{QStringLiteral("/m/a/One.mp3:5")};
-        p.PlaylistChanged = changed;
-        if (hasFile)
-            p.setActPlaylist(1, file);
-        t.dialogs.answers = {Dialogs::Answer(answer)};
-        QCOMPARE(p.AskSaveBeforeClose(), closes);
-        QCOMPARE(t.dialogs.questions.size(), changed ? 1 : 0);
-        if (changed) {
-            const auto q = t.dialogs.questions.first();
-            QCOMPARE(q.text, QStringLiteral("Möchten Sie die Änderungen in der Playliste \"%1\" speichern?")
-                                 .arg(hasFile ? file : QString()));
-            QCOMPARE(q.title, QStringLiteral("Tavo MP3Player"));
-            QCOMPARE(q.buttons, Dialogs::Buttons::YesNoCancel);
+        QDir(dir.path()).mkdir(u"Album"_s);
+        QFile song(dir.filePath(u"Album/Eins.mp3"_s));
+        QVERIFY(song.open(QIODevice::WriteOnly));
+        QFile m3u(dir.filePath(u"liste.m3u"_s));
+        QVERIFY(m3u.open(QIODevice::WriteOnly));
+        m3u.write(QString::fromUtf8(content).replace(u"%1"_s, dir.path()).toUtf8());
+        m3u.close();
+        TestServices t;
+        PlaylistManager p(t.services);
+        t.dialogs.openAnswers = {m3u.fileName()};
+        p.OpenPlaylist(1);
+        for (QString& l : lines)
+            l.replace(u"%1"_s, dir.path());
+        QCOMPARE(p.PlaylistPaths, lines);
+        QVERIFY(t.status.text().contains(u"%1 Songs"_s.arg(lines.size())));
+        if (notes.isEmpty()) {
+            QVERIFY(t.dialogs.questions.isEmpty());
+        } else {
+            QCOMPARE(t.dialogs.questions.size(), 1);
+            QVERIFY2(t.dialogs.questions[0].text.contains(notes), qPrintable(t.dialogs.questions[0].text));
+            QVERIFY(t.status.text().contains(notes));
         }
-        QCOMPARE(QFile::exists(file), saved);
-        QCOMPARE(t.dialogs.saveRequests.size(), saveDialogs);
+    }
+
+    void m3u8SaveIsReadBackUnchanged() {
+        QTemporaryDir dir;
+        TestServices t;
+        PlaylistManager p(t.services);
+        const QString below = dir.filePath(u"Album/Eins.mp3"_s);
+        p.PlaylistPaths = {below + u":5"_s, u"/andere/Zwei Ä.mp3:2"_s};
+        p.SongSeconds.insert(below, 123);
+        const QString file = dir.filePath(u"liste.m3u8"_s);
+        p.FuncSavePlaylist(file, 1);
+        QCOMPARE(
+            QString::fromUtf8(read(file)),
+            QStringLiteral("#EXTM3U\n#EXTINF:123,Eins\nAlbum/Eins.mp3\n#TAVOMP3PRIO:2\n#EXTINF:-1,Zwei Ä\n"
+                           "/andere/Zwei Ä.mp3\n"));
+        const QStringList saved = p.PlaylistPaths;
+        p.PlaylistPaths = {QString()};
+        p.FuncReadPlaylistAndDisplay(file, true, 1);
+        QCOMPARE(p.PlaylistPaths, saved);
     }
 };
 

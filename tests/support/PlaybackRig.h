@@ -11,12 +11,13 @@
 
 #include <QStringList>
 
-// The playback core wired the way the main window wires it, on test doubles: a fake player,
-// fixed clock and scripted random numbers. The timers are not started; tests tick by hand.
-struct PlaybackRig {
+// The playback core wired the way the main window wires it, on the fixed clock and scripted random
+// numbers of the test services, with the signals the window listens to counted. The timers are not
+// started: tests tick by hand or start them.
+template <class Player> struct PlaybackCore {
     TestServices t;
+    Player player;
     PlaylistManager playlists{t.services};
-    FakePlayer player{t.status};
     PlaybackState state;
     PrevSongs history;
     SongSelection selection{t.services, playlists, player, state, history};
@@ -28,30 +29,40 @@ struct PlaybackRig {
     int shutdowns = 0;
     QString testText;
 
-    PlaybackRig() {
+    PlaybackCore() : player(t.status) { count(); }
+    explicit PlaybackCore(const QString& socketPath) : player(t.status, t.dialogs, socketPath) { count(); }
+
+    void setLines(int n, const QStringList& lines) {
+        playlists.paths(n) = lines.isEmpty() ? QStringList{QString()} : lines;
+        playlists.FuncDisplayPlaylist(true, n);
+    }
+    QString statusText() const { return t.status.text(); }
+
+private:
+    void count() {
         QObject::connect(&selection, &SongSelection::songStarted,
-                         [this](const QString& name) { startedNames << name; });
+                         [this](const QString& s) { startedNames << s; });
         QObject::connect(&selection, &SongSelection::historyChanged, [this] { ++historyChanges; });
+        QObject::connect(&selection, &SongSelection::testTextChanged,
+                         [this](const QString& s) { testText = s; });
         QObject::connect(&selection, &SongSelection::indicatorsChanged, [this] { ++indicatorChanges; });
         QObject::connect(&transport, &Transport::indicatorsChanged, [this] { ++indicatorChanges; });
         QObject::connect(&monitor, &PlaybackMonitor::indicatorsChanged, [this] { ++indicatorChanges; });
         QObject::connect(&monitor, &PlaybackMonitor::shutdownRequested, [this] { ++shutdowns; });
-        QObject::connect(&selection, &SongSelection::testTextChanged,
-                         [this](const QString& s) { testText = s; });
     }
+};
 
+// On the fake player.
+struct PlaybackRig : PlaybackCore<FakePlayer> {
     // Lines "/m/<name>.mp3:<digit>" for each "name:digit" given (digit 5 when left out).
     static QStringList lines(const QStringList& songs) {
         QStringList out;
         for (const QString& s : songs)
-            out << QStringLiteral("/m/") + s.section(QLatin1Char(':'), 0, 0) + QStringLiteral(".mp3:") +
-                       (s.contains(QLatin1Char(':')) ? s.section(QLatin1Char(':'), 1) : QStringLiteral("5"));
+            out << QStringLiteral("/m/") + s.section(u':', 0, 0) + QStringLiteral(".mp3:") +
+                       (s.contains(u':') ? s.section(u':', 1) : QStringLiteral("5"));
         return out;
     }
-    void setPlaylist(int n, const QStringList& songs) {
-        playlists.paths(n) = songs.isEmpty() ? QStringList{QString()} : lines(songs);
-        playlists.FuncDisplayPlaylist(true, n);
-    }
+    void setPlaylist(int n, const QStringList& songs) { setLines(n, lines(songs)); }
     // The player runs for the given time, the monitor ticking every 750 ms as the timer would.
     void run(int ticks) {
         for (int i = 0; i < ticks; ++i) {
@@ -59,5 +70,4 @@ struct PlaybackRig {
             monitor.tmrTimeTick();
         }
     }
-    QString statusText() const { return t.status.text(); }
 };

@@ -26,10 +26,26 @@ public:
     QList<FileRequest> openRequests;
     QList<FileRequest> saveRequests;
 
-    QStringList messageTexts() const;
+    QStringList messageTexts() const {
+        QStringList texts;
+        for (const Question& q : questions)
+            texts.append(q.text);
+        return texts;
+    }
 
     Answer message(const QString& text, const QString& title = QString(), Buttons buttons = Buttons::Ok,
-                   Icon icon = Icon::None, int defaultButton = 1) override;
-    std::optional<QString> openFile(const FileRequest& request) override;
-    std::optional<QString> saveFile(const FileRequest& request) override;
+                   Icon icon = Icon::None, int defaultButton = 1) override {
+        questions.append({text, title, buttons, icon, defaultButton});
+        if (!answers.isEmpty())
+            return answers.takeFirst();
+        return (buttons == Buttons::Ok || buttons == Buttons::OkCancel) ? Answer::Ok : Answer::Cancel;
+    }
+    std::optional<QString> openFile(const FileRequest& request) override {
+        openRequests.append(request);
+        return openAnswers.isEmpty() ? std::nullopt : openAnswers.takeFirst();
+    }
+    std::optional<QString> saveFile(const FileRequest& request) override {
+        saveRequests.append(request);
+        return saveAnswers.isEmpty() ? std::nullopt : saveAnswers.takeFirst();
+    }
 };
