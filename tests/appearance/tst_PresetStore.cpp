@@ -6,7 +6,6 @@
 #include "base/RuntimeError.h"
 #include "support/TempSettings.h"
 
-#include <QFile>
 #include <QTest>
 
 // Presets in the settings store, and the texts of the update options.
@@ -37,22 +36,6 @@ private slots:
         QCOMPARE(l.selected, selected);
     }
 
-    void saveWritesThePaddedSchemeUnderThePlainNumber() {
-        TempSettings s;
-        ColorScheme scheme = ColorScheme::builtIn();
-        scheme.setComponent(ColorRoles::FieldText, ColorScheme::Blue, "9");
-        PresetStore(s).save("7", "Sieben", scheme);
-        QCOMPARE(s.GetSetting("Settings", "ActivePreset", QString()), "7");
-        QVERIFY(s.hasSection("Preset7"));
-        QVERIFY(!s.hasSection("Preset07"));
-        QCOMPARE(s.GetSetting("Preset7", "PresetName", QString()), "Sieben");
-        QCOMPARE(s.GetSetting("Preset7", "FieldText", QString()), "000 000 009");
-        const PresetStore::Preset back = PresetStore(s).read("7");
-        QCOMPARE(back.name, "Sieben");
-        for (const auto& r : ColorRoles::all())
-            QCOMPARE(back.scheme.colourText(r.id), scheme.colourText(r.id));
-    }
-
     void savingTheBuiltInPresetWritesPreset0ThatIsNeverRead() {
         TempSettings s;
         ColorScheme changed = ColorScheme::builtIn();
@@ -63,58 +46,21 @@ private slots:
         QCOMPARE(PresetStore(s).listing("0").items.size(), 1);
     }
 
-    void missingKeysGiveTheAbsentDefaults() {
-        TempSettings s;
-        s.SaveSetting("Preset3", "Text", "010 020 030");
-        const PresetStore::Preset p = PresetStore(s).read("3");
-        QCOMPARE(p.name, "-");
-        QCOMPARE(p.scheme.rgb(ColorRoles::Text), (Rgb{10, 20, 30}));
-        QCOMPARE(p.scheme.rgb(ColorRoles::Background), (Rgb{128, 128, 128}));
-        QCOMPARE(p.scheme.rgb(ColorRoles::DisplayTextBright), (Rgb{0, 192, 0}));
-    }
-
     void removingAMissingPresetRaises() {
         TempSettings s;
         QVERIFY_THROWS_EXCEPTION(RuntimeError, PresetStore(s).remove("4"));
     }
 
-    void checkTimeText_data() {
-        QTest::addColumn<QString>("stored");
-        QTest::addColumn<QString>("shown");
+    void updateOptionTexts() {
         // The same p cuts both ends: the time loses nothing only when it is as long as the date.
-        QTest::newRow("date and time") << "23.11.2026 14:05:00"
-                                       << "23.11.2026  / 26 14:05:00 Uhr";
-        QTest::newRow("no blank") << "gestern"
-                                  << " /  Uhr";
-        QTest::newRow("leading blank") << " x"
-                                       << "  / x Uhr";
-    }
-    void checkTimeText() {
-        QFETCH(QString, stored);
-        QFETCH(QString, shown);
-        QCOMPARE(UpdateOptionTexts::checkTimeText(stored), shown);
-    }
-
-    void intervalItems_data() {
-        QTest::addColumn<int>("minutes");
-        QTest::addColumn<QString>("item");
-        QTest::newRow("1") << 1 << "1 Minute";
-        QTest::newRow("60") << 60 << "1 Stunde";
-        QTest::newRow("45 is no item") << 45 << "Fehler";
-        QTest::newRow("0 is no item") << 0 << "Fehler";
-    }
-    void intervalItems() {
-        QFETCH(int, minutes);
-        QFETCH(QString, item);
-        QCOMPARE(UpdateOptionTexts::intervalItemFor(minutes), item);
-        QCOMPARE(UpdateOptionTexts::minutesFor(item), item == QLatin1String("Fehler") ? 0 : minutes);
-    }
-
-    void reminderItems() {
+        QCOMPARE(UpdateOptionTexts::checkTimeText("23.11.2026 14:05:00"), "23.11.2026  / 26 14:05:00 Uhr");
+        QCOMPARE(UpdateOptionTexts::checkTimeText("gestern"), " /  Uhr");
+        QCOMPARE(UpdateOptionTexts::checkTimeText(" x"), "  / x Uhr");
+        QCOMPARE(UpdateOptionTexts::intervalItemFor(1), "1 Minute");
+        QCOMPARE(UpdateOptionTexts::intervalItemFor(0), "Fehler");
+        QCOMPARE(UpdateOptionTexts::minutesFor("1 Stunde"), 60);
         QCOMPARE(UpdateOptionTexts::remindItems().size(), 9);
-        QCOMPARE(UpdateOptionTexts::remindItemFor(14), "2 Wochen");
         QCOMPARE(UpdateOptionTexts::daysFor("8 Wochen"), 56);
-        QCOMPARE(UpdateOptionTexts::remindItemFor(5), "Fehler");
         QCOMPARE(UpdateOptionTexts::daysFor("Fehler"), 0);
     }
 };

@@ -169,18 +169,6 @@ private slots:
         QCOMPARE(r.w->FWinampPath->text(), "/usr/bin/x");
     }
 
-    void loadPresetPaintsAllRoles() {
-        Rig r;
-        r.w->LoadPreset("0", "PlayerMainSetColorAll");
-        QCOMPARE(r.host.colourCalls.size(), 9);
-        QCOMPARE(r.host.colourCalls.at(0), qMakePair(QStringLiteral("SetColorText"), Rgb{200, 200, 0}));
-        QCOMPARE(r.host.colourCalls.at(1), qMakePair(QStringLiteral("SetColorBackground"), Rgb{38, 38, 38}));
-        QCOMPARE(r.w->FStatus->text(), "Preset \"- Default Preset -\" (Preset0) wurde geladen");
-        QCOMPARE(r.w->SliderRed->value(), 200);
-        QCOMPARE(r.w->LBlue->text(), "0");
-        QCOMPARE(r.w->FTest->toPlainText().split('\n').size(), 27);
-    }
-
     void unpaddedStoredColourFailsInTheHandler() {
         Rig r;
         r.t.settings.SaveSetting("Preset1", "Text", "7 8 9");
