@@ -227,18 +227,34 @@ private slots:
         QVERIFY(r.w->FPresetList->findItems("Hundert", Qt::MatchExactly).isEmpty());
     }
 
-    void deletingAMiddlePresetShiftsLoadByPosition() {
+    void deleteAsksAndShiftsLoadByPosition_data() {
+        QTest::addColumn<int>("row");
+        QTest::addColumn<Dialogs::Answer>("answer");
+        QTest::addColumn<QString>("lastMessage");
+        const QString question = "Möchten Sie das Preset \"Zwei\" wirklich löschen?";
+        QTest::newRow("default preset")
+            << 0 << Dialogs::Answer::Yes << "Das Default Preset kann nicht gelöscht werden!";
+        QTest::newRow("Nein") << 2 << Dialogs::Answer::No << question;
+        QTest::newRow("Abbrechen") << 2 << Dialogs::Answer::Cancel << question;
+        QTest::newRow("Ja") << 2 << Dialogs::Answer::Yes << question;
+    }
+    void deleteAsksAndShiftsLoadByPosition() {
+        QFETCH(int, row);
+        QFETCH(Dialogs::Answer, answer);
+        QFETCH(QString, lastMessage);
         Rig r({"Eins", "Zwei", "Drei"});
-        r.w->FPresetList->setCurrentRow(2);
-        r.t.dialogs.answers = {Dialogs::Answer::Yes};
+        r.w->FPresetList->setCurrentRow(row);
+        r.t.dialogs.answers = {answer};
         r.w->BPresetDelete->click();
-        const ScriptedDialogs::Question q = r.t.dialogs.questions.first();
-        QCOMPARE(q.text, "Möchten Sie das Preset \"Zwei\" wirklich löschen?");
-        QCOMPARE(q.title, "Achtung!");
-        QCOMPARE(q.buttons, Dialogs::Buttons::YesNoCancel);
-        QVERIFY(!r.t.settings.hasSection("Preset2"));
+        QCOMPARE(r.t.dialogs.messageTexts().last(), lastMessage);
+        const bool deleted = row > 0 && answer == Dialogs::Answer::Yes;
+        QCOMPARE(r.t.settings.hasSection("Preset2"), !deleted);
+        QCOMPARE(r.w->FPresetList->count(), deleted ? 3 : 4);
+        if (!deleted)
+            return;
+        QCOMPARE(r.t.dialogs.questions.first().title, "Achtung!");
+        QCOMPARE(r.t.dialogs.questions.first().buttons, Dialogs::Buttons::YesNoCancel);
         QCOMPARE(r.w->FStatus->text(), "Preset \"- Default Preset -\" (Preset0) wurde geladen");
-        QCOMPARE(r.w->FPresetList->count(), 3);
         QCOMPARE(r.w->FPresetList->currentRow(), 0);
         // Position 2 now shows "Drei" but loads the deleted section 2: absent defaults, name "-".
         QCOMPARE(r.w->FPresetList->item(2)->text(), "Drei");
@@ -248,29 +264,6 @@ private slots:
         QCOMPARE(r.w->FStatus->text(), "Preset \"-\" (Preset2) wurde geladen");
         QCOMPARE(r.host.colourCalls.at(0).second, (Rgb{0, 0, 0}));
         QCOMPARE(r.host.colourCalls.at(1).second, (Rgb{128, 128, 128}));
-    }
-
-    void deleteIsRefusedOrCancelled_data() {
-        QTest::addColumn<int>("row");
-        QTest::addColumn<int>("answer");
-        QTest::addColumn<QString>("lastMessage");
-        const QString question = "Möchten Sie das Preset \"Eins\" wirklich löschen?";
-        QTest::newRow("default preset")
-            << 0 << int(Dialogs::Answer::Yes) << "Das Default Preset kann nicht gelöscht werden!";
-        QTest::newRow("Nein") << 1 << int(Dialogs::Answer::No) << question;
-        QTest::newRow("Abbrechen") << 1 << int(Dialogs::Answer::Cancel) << question;
-    }
-    void deleteIsRefusedOrCancelled() {
-        QFETCH(int, row);
-        QFETCH(int, answer);
-        QFETCH(QString, lastMessage);
-        Rig r({"Eins"});
-        r.w->FPresetList->setCurrentRow(row);
-        r.t.dialogs.answers = {Dialogs::Answer(answer)};
-        r.w->BPresetDelete->click();
-        QCOMPARE(r.t.dialogs.messageTexts().last(), lastMessage);
-        QVERIFY(r.t.settings.hasSection("Preset1"));
-        QCOMPARE(r.w->FPresetList->count(), 2);
     }
 
     void cancelClosesWithoutSaving() {
