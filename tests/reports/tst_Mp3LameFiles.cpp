@@ -115,23 +115,18 @@ private slots:
     // The same audio frames without LAME's tag frame ("-t") or behind and before ID3 tags: the
     // reader finds exactly the frames the tag frame of the plain file counts.
     void sameAudioAnotherWrapping_data() {
-        QTest::addColumn<QString>("options");
-        QTest::addColumn<QString>("wrapping");
-        QTest::newRow("VBR, no tag frame") << "-V 2"
-                                           << "-t";
-        QTest::newRow("CBR, no tag frame") << "-b 192"
-                                           << "-t";
+        QTest::addColumn<QString>("options"); // the plain file's | the other wrapping's
+        QTest::newRow("VBR, no tag frame") << "-V 2|-t";
+        QTest::newRow("CBR, no tag frame") << "-b 192|-t";
         QTest::newRow("ID3v2 with a cover full of sync-like bytes")
-            << "-V 4"
-            << "--add-id3v2 --tt Titel --ti " + m_dir.filePath("cover.jpg");
-        QTest::newRow("ID3v1 and ID3v2") << "-V 4"
-                                         << "--add-id3v2 --ta Interpret";
-        QTest::newRow("ID3v2 only, padded") << "-V 4"
-                                            << "--id3v2-only --pad-id3v2-size 3000 --tl Album";
+            << "-V 4|--add-id3v2 --tt Titel --ti " + m_dir.filePath("cover.jpg");
+        QTest::newRow("ID3v1 and ID3v2") << "-V 4|--add-id3v2 --ta Interpret";
+        QTest::newRow("ID3v2 only, padded") << "-V 4|--id3v2-only --pad-id3v2-size 3000 --tl Album";
     }
     void sameAudioAnotherWrapping() {
         QFETCH(QString, options);
-        QFETCH(QString, wrapping);
+        const QString wrapping = options.section('|', 1);
+        options = options.section('|', 0, 0);
         const Mp3ScanResult plain = scan(encode("plain.mp3", options));
         const Mp3ScanResult other = scan(encode("other.mp3", options + QLatin1Char(' ') + wrapping));
         QCOMPARE(other.infoTag,

@@ -34,27 +34,24 @@ private slots:
         QTest::addColumn<int>("buttons");
         QTest::addColumn<int>("defaultButton");
         QTest::addColumn<QString>("expectedDefault");
-        QTest::addColumn<QString>("press");
         QTest::addColumn<int>("answer");
+        QTest::addColumn<QString>("press");
         using B = Dialogs::Buttons;
         using A = Dialogs::Answer;
-        QTest::newRow("ok") << int(B::Ok) << 1 << "OK"
-                            << "OK" << int(A::Ok);
-        QTest::newRow("yes/no, first") << int(B::YesNo) << 1 << "Yes"
-                                       << "No" << int(A::No);
-        QTest::newRow("yes/no, second") << int(B::YesNo) << 2 << "No"
-                                        << "Yes" << int(A::Yes);
-        QTest::newRow("yes/no/cancel, third") << int(B::YesNoCancel) << 3 << "Cancel"
-                                              << "Cancel" << int(A::Cancel);
-        QTest::newRow("ok/cancel, out of range keeps Qt's") << int(B::OkCancel) << 7 << ""
-                                                            << "OK" << int(A::Ok);
+        QTest::newRow("ok") << int(B::Ok) << 1 << "OK" << int(A::Ok) << "OK";
+        QTest::newRow("yes/no, first") << int(B::YesNo) << 1 << "Yes" << int(A::No) << "No";
+        QTest::newRow("yes/no, second") << int(B::YesNo) << 2 << "No" << int(A::Yes) << "Yes";
+        QTest::newRow("yes/no/cancel, third")
+            << int(B::YesNoCancel) << 3 << "Cancel" << int(A::Cancel) << "Cancel";
+        QTest::newRow("ok/cancel, out of range keeps Qt's")
+            << int(B::OkCancel) << 7 << "" << int(A::Ok) << "OK";
     }
     void buttonsDefaultAndAnswer() {
         QFETCH(int, buttons);
         QFETCH(int, defaultButton);
         QFETCH(QString, expectedDefault);
-        QFETCH(QString, press);
         QFETCH(int, answer);
+        QFETCH(QString, press);
         QtDialogs dialogs(nullptr);
         QString seenDefault = "?";
         QString seenTitle;

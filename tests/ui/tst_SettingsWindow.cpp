@@ -3,6 +3,7 @@
 
 #include "support/RecordingSettingsHost.h"
 #include "support/TestServices.h"
+#include "ui/SchemePainter.h"
 #include "ui/TavoMP3Settings.h"
 
 #include <QCheckBox>
@@ -93,17 +94,15 @@ private slots:
     }
 
     void saveChecksFilesAndWritesInOrder_data() {
-        QTest::addColumn<bool>("playerExists");
         QTest::addColumn<QString>("picture"); // "" none, "missing", "exists"
+        QTest::addColumn<bool>("playerExists");
         QTest::addColumn<QString>("message");
-        QTest::newRow("missing player stores nothing") << false << ""
-                                                       << "Winamp.exe konnte nicht gefunden werden!!!";
-        QTest::newRow("missing picture stores nothing") << true << "missing"
-                                                        << "Hintergrundbild konnte nicht gefunden werden!";
-        QTest::newRow("empty picture removes it") << true << ""
-                                                  << "";
-        QTest::newRow("existing picture") << true << "exists"
-                                          << "";
+        QTest::newRow("missing player stores nothing")
+            << "" << false << "Winamp.exe konnte nicht gefunden werden!!!";
+        QTest::newRow("missing picture stores nothing")
+            << "missing" << true << "Hintergrundbild konnte nicht gefunden werden!";
+        QTest::newRow("empty picture removes it") << "" << true << "";
+        QTest::newRow("existing picture") << "exists" << true << "";
     }
     void saveChecksFilesAndWritesInOrder() {
         QFETCH(bool, playerExists);
@@ -264,6 +263,14 @@ private slots:
         QCOMPARE(r.w->FStatus->text(), "Preset \"-\" (Preset2) wurde geladen");
         QCOMPARE(r.host.colourCalls.at(0).second, (Rgb{0, 0, 0}));
         QCOMPARE(r.host.colourCalls.at(1).second, (Rgb{128, 128, 128}));
+    }
+
+    // Check boxes are captions: the button text colour is for push buttons only.
+    void buttonTextPaintsPushButtonsOnly() {
+        Rig r;
+        SchemePainter::paintWindowRole(r.w, ColorRoles::ButtonText, QColor(1, 2, 3));
+        QCOMPARE(r.w->BCancel->palette().color(QPalette::ButtonText), QColor(1, 2, 3));
+        QVERIFY(r.w->LinkSliders->palette().color(QPalette::ButtonText) != QColor(1, 2, 3));
     }
 
     void cancelClosesWithoutSaving() {
