@@ -1,3 +1,6 @@
+// Table rows read better as plain literals; the product code keeps the strict conversions.
+#undef QT_NO_CAST_FROM_ASCII
+
 // The built-in MP3 frame reader on synthesized files whose frame counts are known by
 // construction.
 #include "reports/Mp3ByteSource.h"
@@ -17,24 +20,10 @@ Mp3ScanResult scanBytes(const QByteArray& bytes) {
     return Mp3FrameScanner(source).scan();
 }
 
-Frame mpeg2Mono() {
-    Frame f;
-    f.version = Mpeg2;
-    f.kbps = 64;
-    f.sampleRate = 22050;
-    f.channels = Mono;
-    return f;
-}
-
-Frame layer(int layer, int kbps, int rate) {
-    Frame f;
-    f.layer = layer;
-    f.kbps = kbps;
-    f.sampleRate = rate;
-    return f;
-}
+const Frame kMono{.version = Mpeg2, .kbps = 64, .sampleRate = 22050, .channels = Mono};
 
 using Counts = QMap<int, int>; // bit-rate class -> frames
+using Tag = Mp3ScanResult::InfoTag;
 
 } // namespace
 
@@ -51,62 +40,46 @@ private slots:
 
         const Frame cbr;
         const QByteArray cbr1000 = cbrFrames(cbr, 1000);
-        QTest::newRow("CBR 128 kbps 44.1 kHz") << cbr1000 << 1000 << 1152 << 44100 << Counts{{9, 1000}} << 0;
-        QTest::newRow("ID3v2.3 in front, full of sync-like bytes")
-            << id3v2(5000) + cbr1000 << 1000 << 1152 << 44100 << Counts{{9, 1000}} << 0;
-        QTest::newRow("ID3v2.4 with footer")
-            << id3v2(4181, 4, true) + cbr1000 << 1000 << 1152 << 44100 << Counts{{9, 1000}} << 0;
-        QTest::newRow("two ID3v2 tags")
-            << id3v2(300) + id3v2(900, 4) + cbr1000 << 1000 << 1152 << 44100 << Counts{{9, 1000}} << 0;
-        QTest::newRow("junk before the first frame")
-            << junk(3001, 7) + cbr1000 << 1000 << 1152 << 44100 << Counts{{9, 1000}} << 0;
-        QTest::newRow("ID3v1 and APE behind")
-            << cbr1000 + apeTag(200, true) + id3v1() << 1000 << 1152 << 44100 << Counts{{9, 1000}} << 0;
-        QTest::newRow("junk behind the last frame")
-            << cbr1000 + junk(2000, 3) << 1000 << 1152 << 44100 << Counts{{9, 1000}} << 0;
+        const Counts c1000{{9, 1000}};
+        auto plain = [&](const char* name, const QByteArray& file) {
+            QTest::newRow(name) << file << 1000 << 1152 << 44100 << c1000 << 0;
+        };
+        plain("CBR 128 kbps 44.1 kHz", cbr1000);
+        plain("ID3v2.3 in front, full of sync-like bytes", id3v2(5000) + cbr1000);
+        plain("ID3v2.4 with footer", id3v2(4181, 4, true) + cbr1000);
+        plain("two ID3v2 tags", id3v2(300) + id3v2(900, 4) + cbr1000);
+        plain("junk before the first frame", junk(3001, 7) + cbr1000);
+        plain("ID3v1 and APE behind", cbr1000 + apeTag(200, true) + id3v1());
+        plain("truncated last frame", cbr1000 + cbr.bytes().left(300));
+        plain("broken bytes inside the stream", cbrFrames(cbr, 500) + junk(777, 5) + cbrFrames(cbr, 500));
+        plain("CBR with Info frame", xingFrame(cbr, "Info", 1000, quint32(cbr1000.size())) + cbr1000);
+        QTest::newRow("Xing frame of another bit rate than the audio")
+            << xingFrame(Frame{.kbps = 32}, "Xing", 1000, 0) + cbr1000 << 1000 << 1152 << 44100 << c1000 << 1;
 
         const QList<int> pattern = vbrPattern(700);
         Counts vbrCounts;
-        for (int kbps : pattern) {
-            Frame f;
-            f.kbps = kbps;
-            ++vbrCounts[f.bitrateClass()];
-        }
+        for (int kbps : pattern)
+            ++vbrCounts[Frame{.kbps = kbps}.bitrateClass()];
         const QByteArray vbrAudio = vbrFrames(cbr, pattern);
+        const quint32 vbrSize = quint32(vbrAudio.size());
         QTest::newRow("VBR with Xing frame")
-            << xingFrame(cbr, "Xing", 700, quint32(vbrAudio.size())) + vbrAudio << 700 << 1152 << 44100
-            << vbrCounts << 1;
-        QTest::newRow("VBR with VBRI frame") << vbriFrame(cbr, 700, quint32(vbrAudio.size())) + vbrAudio
-                                             << 700 << 1152 << 44100 << vbrCounts << 1;
+            << xingFrame(cbr, "Xing", 700, vbrSize) + vbrAudio << 700 << 1152 << 44100 << vbrCounts << 1;
+        QTest::newRow("VBR with VBRI frame")
+            << vbriFrame(cbr, 700, vbrSize) + vbrAudio << 700 << 1152 << 44100 << vbrCounts << 1;
         QTest::newRow("VBR without header") << vbrAudio << 700 << 1152 << 44100 << vbrCounts << 1;
-        QTest::newRow("CBR with Info frame")
-            << xingFrame(cbr, "Info", 1000, quint32(cbr1000.size())) + cbr1000 << 1000 << 1152 << 44100
-            << Counts{{9, 1000}} << 0;
-        Frame lowRateTag = cbr;
-        lowRateTag.kbps = 32;
-        QTest::newRow("Xing frame of another bit rate than the audio")
-            << xingFrame(lowRateTag, "Xing", 1000, 0) + cbr1000 << 1000 << 1152 << 44100 << Counts{{9, 1000}}
-            << 1;
 
         QTest::newRow("MPEG-2 22.05 kHz mono")
-            << cbrFrames(mpeg2Mono(), 900) << 900 << 576 << 22050 << Counts{{8, 900}} << 0;
-        QTest::newRow("MPEG-2 mono with Xing frame")
-            << xingFrame(mpeg2Mono(), "Xing", 900, 0) + cbrFrames(mpeg2Mono(), 900) << 900 << 576 << 22050
-            << Counts{{8, 900}} << 1;
-        Frame m25 = mpeg2Mono();
-        m25.version = Mpeg25;
-        m25.sampleRate = 11025;
-        m25.kbps = 32;
+            << cbrFrames(kMono, 900) << 900 << 576 << 22050 << Counts{{8, 900}} << 0;
+        const Frame m25{.version = Mpeg25, .kbps = 32, .sampleRate = 11025, .channels = Mono};
         QTest::newRow("MPEG-2.5 11.025 kHz")
             << cbrFrames(m25, 333) << 333 << 576 << 11025 << Counts{{4, 333}} << 0;
         QTest::newRow("Layer II 192 kbps 48 kHz")
-            << cbrFrames(layer(2, 192, 48000), 250) << 250 << 1152 << 48000 << Counts{{10, 250}} << 0;
-        QTest::newRow("Layer I 384 kbps 44.1 kHz")
-            << cbrFrames(layer(1, 384, 44100), 500) << 500 << 384 << 44100 << Counts{{12, 500}} << 0;
+            << cbrFrames(Frame{.layer = 2, .kbps = 192, .sampleRate = 48000}, 250) << 250 << 1152 << 48000
+            << Counts{{10, 250}} << 0;
+        QTest::newRow("Layer I 384 kbps 44.1 kHz") << cbrFrames(Frame{.layer = 1, .kbps = 384}, 500) << 500
+                                                   << 384 << 44100 << Counts{{12, 500}} << 0;
 
-        Frame free = cbr;
-        free.kbps = 0;
-        free.freeBytes = 600;
+        Frame free{.kbps = 0, .freeBytes = 600};
         QByteArray freeStream;
         for (int i = 0; i < 400; ++i) {
             free.padding = i % 3 == 0;
@@ -115,14 +88,8 @@ private slots:
         QTest::newRow("free format") << freeStream << 400 << 1152 << 44100 << Counts{{0, 400}} << 0;
         QTest::newRow("free format behind junk")
             << junk(1500, 11) + freeStream << 400 << 1152 << 44100 << Counts{{0, 400}} << 0;
-
-        QTest::newRow("truncated last frame")
-            << cbr1000 + cbr.bytes().left(300) << 1000 << 1152 << 44100 << Counts{{9, 1000}} << 0;
         QTest::newRow("one frame that ends the file")
             << cbr.bytes() << 1 << 1152 << 44100 << Counts{{9, 1}} << 0;
-        QTest::newRow("broken bytes inside the stream")
-            << cbrFrames(cbr, 500) + junk(777, 5) + cbrFrames(cbr, 500) << 1000 << 1152 << 44100
-            << Counts{{9, 1000}} << 0;
     }
     void readsSynthesizedStreams() {
         QFETCH(QByteArray, file);
@@ -131,7 +98,6 @@ private slots:
         QFETCH(int, sampleRate);
         QFETCH(Counts, histogram);
         QFETCH(int, vbr);
-
         const Mp3ScanResult scan = scanBytes(file);
         QCOMPARE(scan.frames, quint64(frames));
         for (int i = 0; i < 16; ++i)
@@ -143,55 +109,30 @@ private slots:
         QVERIFY(qAbs(scan.seconds - double(samples) / sampleRate) < 1e-9);
     }
 
-    void averageBitrate_data() {
-        QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<qint64>("audioBytes");
-        QTest::addColumn<int>("expected"); // -1: audio bytes x 8 / playing time
-
-        const Frame cbr;
-        QTest::newRow("CBR reports the nominal rate") << cbrFrames(cbr, 37) << qint64(-1) << 128000;
-        const QList<int> pattern = vbrPattern(300);
-        const QByteArray audio = vbrFrames(cbr, pattern);
-        QTest::newRow("VBR without tag") << audio << vbrBytes(cbr, pattern) << -1;
-        QTest::newRow("VBR: the Xing frame's bytes are not audio")
-            << xingFrame(cbr, "Xing", 300, 0) + audio << vbrBytes(cbr, pattern) << -1;
-    }
-    void averageBitrate() {
-        QFETCH(QByteArray, file);
-        QFETCH(qint64, audioBytes);
-        QFETCH(int, expected);
-        const Mp3ScanResult scan = scanBytes(file);
-        if (expected < 0) {
-            QCOMPARE(scan.audioBytes, quint64(audioBytes));
-            expected = qRound(double(audioBytes) * 8.0 / scan.seconds);
-        }
-        QCOMPARE(Mp3Info::averageBitrate(scan), expected);
-    }
-
     void tagBounds_data() {
         QTest::addColumn<QByteArray>("front");
         QTest::addColumn<QByteArray>("back");
         QTest::addColumn<int>("tagInFront");
         QTest::addColumn<int>("tagBehind");
-        QTest::newRow("none") << QByteArray() << QByteArray() << 0 << 0;
-        QTest::newRow("ID3v2.3") << id3v2(1234) << QByteArray() << 1244 << 0;
-        QTest::newRow("ID3v2.4 footer adds ten bytes") << id3v2(1234, 4, true) << QByteArray() << 1254 << 0;
-        QTest::newRow("ID3v1") << QByteArray() << id3v1() << 0 << 128;
-        QTest::newRow("APE with header") << QByteArray() << apeTag(100, true) << 0 << 164;
-        QTest::newRow("APE without header") << QByteArray() << apeTag(100, false) << 0 << 132;
-        QTest::newRow("APE then ID3v1") << QByteArray() << apeTag(50, true) + id3v1() << 0 << 114 + 128;
-        QTest::newRow("appended ID3v2.4") << QByteArray() << id3v2(500, 4, true) << 0 << 520;
+        const QByteArray none;
+        QTest::newRow("none") << none << none << 0 << 0;
+        QTest::newRow("ID3v2.3") << id3v2(1234) << none << 1244 << 0;
+        QTest::newRow("ID3v2.4 footer adds ten bytes") << id3v2(1234, 4, true) << none << 1254 << 0;
+        QTest::newRow("ID3v1") << none << id3v1() << 0 << 128;
+        QTest::newRow("APE with header") << none << apeTag(100, true) << 0 << 164;
+        QTest::newRow("APE without header") << none << apeTag(100, false) << 0 << 132;
+        QTest::newRow("APE then ID3v1") << none << apeTag(50, true) + id3v1() << 0 << 114 + 128;
+        QTest::newRow("appended ID3v2.4") << none << id3v2(500, 4, true) << 0 << 520;
         QByteArray badSize = id3v2(100);
         badSize[6] = char(0x80); // not syncsafe: no tag
-        QTest::newRow("ID3 with a size that is not syncsafe") << badSize << QByteArray() << 0 << 0;
+        QTest::newRow("ID3 with a size that is not syncsafe") << badSize << none << 0 << 0;
     }
     void tagBounds() {
         QFETCH(QByteArray, front);
         QFETCH(QByteArray, back);
         QFETCH(int, tagInFront);
         QFETCH(int, tagBehind);
-        const QByteArray audio = cbrFrames(Frame{}, 20);
-        const QByteArray file = front + audio + back;
+        const QByteArray file = front + cbrFrames(Frame{}, 20) + back;
         const Mp3ScanResult scan = scanBytes(file);
         QCOMPARE(scan.audioBegin, quint64(tagInFront));
         QCOMPARE(scan.audioEnd, quint64(file.size() - tagBehind));
@@ -201,35 +142,29 @@ private slots:
 
     void infoTagFields_data() {
         QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<int>("tag");
+        QTest::addColumn<Tag>("tag");
         QTest::addColumn<quint32>("tagFrames");
         QTest::addColumn<quint32>("tagBytes");
         const Frame f;
         const QByteArray audio = cbrFrames(f, 10);
-        QTest::newRow("Xing") << xingFrame(f, "Xing", 10, 4321) + audio << int(Mp3ScanResult::InfoTag::Xing)
-                              << 10u << 4321u;
-        QTest::newRow("Info") << xingFrame(f, "Info", 10, 99) + audio << int(Mp3ScanResult::InfoTag::Info)
-                              << 10u << 99u;
-        QTest::newRow("VBRI") << vbriFrame(f, 10, 777) + audio << int(Mp3ScanResult::InfoTag::Vbri) << 10u
-                              << 777u;
-        Frame mono = mpeg2Mono();
+        QTest::newRow("Xing") << xingFrame(f, "Xing", 10, 4321) + audio << Tag::Xing << 10u << 4321u;
+        QTest::newRow("Info") << xingFrame(f, "Info", 10, 99) + audio << Tag::Info << 10u << 99u;
+        QTest::newRow("VBRI") << vbriFrame(f, 10, 777) + audio << Tag::Vbri << 10u << 777u;
         QTest::newRow("Xing behind the short side info of MPEG-2 mono")
-            << xingFrame(mono, "Xing", 5, 1) + cbrFrames(mono, 5) << int(Mp3ScanResult::InfoTag::Xing) << 5u
-            << 1u;
+            << xingFrame(kMono, "Xing", 5, 1) + cbrFrames(kMono, 5) << Tag::Xing << 5u << 1u;
         // A "Xing" text inside a later frame is audio data, not a tag.
-        QTest::newRow("not the first frame")
-            << audio + xingFrame(f, "Xing", 10, 1) << int(Mp3ScanResult::InfoTag::None) << 0u << 0u;
+        QTest::newRow("not the first frame") << audio + xingFrame(f, "Xing", 10, 1) << Tag::None << 0u << 0u;
     }
     void infoTagFields() {
         QFETCH(QByteArray, file);
-        QFETCH(int, tag);
+        QFETCH(Tag, tag);
         QFETCH(quint32, tagFrames);
         QFETCH(quint32, tagBytes);
         const Mp3ScanResult scan = scanBytes(file);
-        QCOMPARE(int(scan.infoTag), tag);
+        QCOMPARE(scan.infoTag, tag);
         QCOMPARE(scan.tagFrames, tagFrames);
         QCOMPARE(scan.tagBytes, tagBytes);
-        QCOMPARE(scan.frames, quint64(tag == int(Mp3ScanResult::InfoTag::None) ? 11 : tagFrames));
+        QCOMPARE(scan.frames, quint64(tag == Tag::None ? 11 : tagFrames));
     }
 
     void getMp3InfoStatus_data() {
@@ -237,60 +172,35 @@ private slots:
         QTest::addColumn<int>("status");
         const Frame f;
         QTest::newRow("empty") << QByteArray() << int(Mp3Info::NoFrames);
-        QTest::newRow("two bytes of sync") << QByteArray("\xFF\xFB", 2) << int(Mp3Info::NoFrames);
         QTest::newRow("a header alone") << f.header() << int(Mp3Info::NoFrames);
         QTest::newRow("first frame cut short") << f.bytes().left(300) << int(Mp3Info::NoFrames);
-        QTest::newRow("garbage with sync-like bytes") << junk(100000, 1) << int(Mp3Info::NoFrames);
         QTest::newRow("one header in junk is no stream")
             << junk(500, 2) + f.header() + junk(2000, 3) << int(Mp3Info::NoFrames);
         QTest::newRow("ID3 tag only") << id3v2(3000) << int(Mp3Info::NoFrames);
         QTest::newRow("all 0xFF") << QByteArray(50000, '\xFF') << int(Mp3Info::NoFrames);
-        QTest::newRow("text") << QByteArray("Dies ist keine MP3-Datei.\r\n").repeated(100)
-                              << int(Mp3Info::NoFrames);
+        QTest::newRow("missing file") << QByteArray("-") << int(Mp3Info::Unreadable);
+        QTest::newRow("folder") << QByteArray("/") << int(Mp3Info::Unreadable);
         QTest::newRow("good") << cbrFrames(f, 3) << int(Mp3Info::Ok);
     }
     void getMp3InfoStatus() {
         QFETCH(QByteArray, file);
         QFETCH(int, status);
         QTemporaryDir dir;
-        const QString path = dir.filePath(QStringLiteral("lied.mp3"));
-        QFile out(path);
-        QVERIFY(out.open(QIODevice::WriteOnly));
-        out.write(file);
-        out.close();
-
+        const QString path = dir.filePath("lied.mp3");
+        if (file == "/") {
+            QVERIFY(QDir(dir.path()).mkdir("lied.mp3"));
+        } else if (file != "-") {
+            QFile out(path);
+            QVERIFY(out.open(QIODevice::WriteOnly) && out.write(file) == file.size());
+        }
         qint32 bitrate = 7, vbr = 7, playtime = 7;
         Mp3Info::Histogram histogram;
         histogram.fill(7);
         QCOMPARE(Mp3Info::GetMP3Info(path, bitrate, vbr, playtime, histogram), status);
-        if (status != Mp3Info::Ok) {
-            // Errors leave the caller's values alone (the report relies on it).
-            QCOMPARE(bitrate, 7);
-            QCOMPARE(vbr, 7);
-            QCOMPARE(playtime, 7);
-            QCOMPARE(histogram[9], 7);
-        } else {
-            QCOMPARE(bitrate, 128000);
-            QCOMPARE(vbr, 0);
-            QCOMPARE(playtime, 0);
-            QCOMPARE(histogram[9], 3);
-            QCOMPARE(histogram[0], 0);
-        }
-    }
-
-    void unreadablePaths_data() {
-        QTest::addColumn<QString>("name");
-        QTest::newRow("missing file") << QStringLiteral("fehlt.mp3");
-        QTest::newRow("folder") << QStringLiteral("ordner");
-    }
-    void unreadablePaths() {
-        QFETCH(QString, name);
-        QTemporaryDir dir;
-        QVERIFY(QDir(dir.path()).mkdir(QStringLiteral("ordner")));
-        qint32 bitrate = 0, vbr = 0, playtime = 0;
-        Mp3Info::Histogram histogram{};
-        QCOMPARE(Mp3Info::GetMP3Info(dir.filePath(name), bitrate, vbr, playtime, histogram),
-                 qint32(Mp3Info::Unreadable));
+        // Errors leave the caller's values alone (the report relies on it).
+        const bool ok = status == Mp3Info::Ok;
+        QCOMPARE((QList<qint32>{bitrate, vbr, playtime, histogram[9], histogram[0]}),
+                 ok ? (QList<qint32>{128000, 0, 0, 3, 0}) : (QList<qint32>{7, 7, 7, 7, 7}));
     }
 
     void largeFileCrossesReadBlocks() {
@@ -300,7 +210,9 @@ private slots:
         const QByteArray file = id3v2(70001) + xingFrame(f, "Xing", 20000, 0) + vbrFrames(f, pattern);
         const Mp3ScanResult scan = scanBytes(file);
         QCOMPARE(scan.frames, quint64(20000));
+        // The tag frame's bytes are no audio, and the average bit rate rests on that.
         QCOMPARE(scan.audioBytes, quint64(vbrBytes(f, pattern)));
+        QCOMPARE(Mp3Info::averageBitrate(scan), qRound(double(scan.audioBytes) * 8.0 / scan.seconds));
         QCOMPARE(scan.resyncs, 0);
     }
 };

@@ -24,15 +24,10 @@ const int* table(const Frame& f) {
 
 int rateBits(const Frame& f) {
     const int base = f.version == Mpeg1 ? 1 : f.version == Mpeg2 ? 2 : 4;
-    switch (f.sampleRate * base) {
-    case 44100:
-        return 0;
-    case 48000:
-        return 1;
-    case 32000:
-        return 2;
-    }
-    qFatal("Mp3Synth: sample rate %d does not fit the MPEG version", f.sampleRate);
+    const qsizetype bits = QList<int>{44100, 48000, 32000}.indexOf(f.sampleRate * base);
+    if (bits < 0)
+        qFatal("Mp3Synth: sample rate %d does not fit the MPEG version", f.sampleRate);
+    return int(bits);
 }
 
 void putBigEndian(QByteArray& b, int at, quint32 v) {
@@ -44,9 +39,7 @@ void putBigEndian(QByteArray& b, int at, quint32 v) {
 
 int sideInfo(const Frame& f) {
     const bool mono = f.channels == Mono;
-    if (f.version == Mpeg1)
-        return mono ? 17 : 32;
-    return mono ? 9 : 17;
+    return f.version == Mpeg1 ? (mono ? 17 : 32) : (mono ? 9 : 17);
 }
 
 } // namespace
@@ -89,9 +82,7 @@ QByteArray Frame::header() const {
 }
 
 QByteArray Frame::bytes() const {
-    QByteArray b = header();
-    b.append(QByteArray(length() - 4, '\0'));
-    return b;
+    return header() + QByteArray(length() - 4, '\0');
 }
 
 Frame Frame::fromHeader(const QByteArray& header) {
@@ -133,12 +124,7 @@ QByteArray vbrFrames(Frame f, const QList<int>& kbps) {
 }
 
 qint64 vbrBytes(Frame f, const QList<int>& kbps) {
-    qint64 sum = 0;
-    for (int rate : kbps) {
-        f.kbps = rate;
-        sum += f.length();
-    }
-    return sum;
+    return vbrFrames(f, kbps).size();
 }
 
 QList<int> vbrPattern(int count) {

@@ -12,42 +12,30 @@ public:
     QList<QPair<QString, Rgb>> colourCalls;
     QStringList calls; // "LoadBGImage:<path>", "setBrowsePath:<dirs>", "FuncSetEnv", "startPlayer:<path>"
 
-    void SetColorText(const Rgb& c) override { colourCalls.append({QStringLiteral("SetColorText"), c}); }
-    void SetColorBackground(const Rgb& c) override {
-        colourCalls.append({QStringLiteral("SetColorBackground"), c});
+#define TAVO_RECORD_COLOUR(name)                                                                             \
+    void name(const Rgb& c) override {                                                                       \
+        colourCalls.append({QStringLiteral(#name), c});                                                      \
     }
-    void SetColorFieldText(const Rgb& c) override {
-        colourCalls.append({QStringLiteral("SetColorFieldText"), c});
+    TAVO_RECORD_COLOUR(SetColorText)
+    TAVO_RECORD_COLOUR(SetColorBackground)
+    TAVO_RECORD_COLOUR(SetColorFieldText)
+    TAVO_RECORD_COLOUR(SetColorFieldBackground)
+    TAVO_RECORD_COLOUR(SetColorButtonText)
+    TAVO_RECORD_COLOUR(SetColorButtonBackground)
+    TAVO_RECORD_COLOUR(SetColorDisplayTextBright)
+    TAVO_RECORD_COLOUR(SetColorDisplayTextDark)
+    TAVO_RECORD_COLOUR(SetColorDisplayBackground)
+#undef TAVO_RECORD_COLOUR
+    void LoadBGImage(const QString& path) override {
+        calls.append(QStringLiteral("LoadBGImage:") + path);
     }
-    void SetColorFieldBackground(const Rgb& c) override {
-        colourCalls.append({QStringLiteral("SetColorFieldBackground"), c});
-    }
-    void SetColorButtonText(const Rgb& c) override {
-        colourCalls.append({QStringLiteral("SetColorButtonText"), c});
-    }
-    void SetColorButtonBackground(const Rgb& c) override {
-        colourCalls.append({QStringLiteral("SetColorButtonBackground"), c});
-    }
-    void SetColorDisplayTextBright(const Rgb& c) override {
-        colourCalls.append({QStringLiteral("SetColorDisplayTextBright"), c});
-    }
-    void SetColorDisplayTextDark(const Rgb& c) override {
-        colourCalls.append({QStringLiteral("SetColorDisplayTextDark"), c});
-    }
-    void SetColorDisplayBackground(const Rgb& c) override {
-        colourCalls.append({QStringLiteral("SetColorDisplayBackground"), c});
-    }
-    void LoadBGImage(const QString& path) override { calls.append(QStringLiteral("LoadBGImage:") + path); }
     void setBrowsePath(const QString& dirs) override {
         calls.append(QStringLiteral("setBrowsePath:") + dirs);
     }
-    void FuncSetEnv() override { calls.append(QStringLiteral("FuncSetEnv")); }
-    void startPlayer(const QString& path) override { calls.append(QStringLiteral("startPlayer:") + path); }
-
-    QStringList colourCallNames() const {
-        QStringList names;
-        for (const auto& c : colourCalls)
-            names.append(c.first);
-        return names;
+    void FuncSetEnv() override {
+        calls.append(QStringLiteral("FuncSetEnv"));
+    }
+    void startPlayer(const QString& path) override {
+        calls.append(QStringLiteral("startPlayer:") + path);
     }
 };

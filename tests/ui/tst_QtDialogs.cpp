@@ -1,3 +1,6 @@
+// Table rows read better as plain literals; the product code keeps the strict conversions.
+#undef QT_NO_CAST_FROM_ASCII
+
 #include "ui/QtDialogs.h"
 
 #include <QApplication>
@@ -31,28 +34,26 @@ private slots:
         QTest::addColumn<int>("buttons");
         QTest::addColumn<int>("defaultButton");
         QTest::addColumn<QString>("expectedDefault");
-        QTest::addColumn<QString>("press");
         QTest::addColumn<int>("answer");
+        QTest::addColumn<QString>("press");
         using B = Dialogs::Buttons;
         using A = Dialogs::Answer;
-        QTest::newRow("ok") << int(B::Ok) << 1 << QStringLiteral("OK") << QStringLiteral("OK") << int(A::Ok);
-        QTest::newRow("yes/no, first")
-            << int(B::YesNo) << 1 << QStringLiteral("Yes") << QStringLiteral("No") << int(A::No);
-        QTest::newRow("yes/no, second")
-            << int(B::YesNo) << 2 << QStringLiteral("No") << QStringLiteral("Yes") << int(A::Yes);
-        QTest::newRow("yes/no/cancel, third") << int(B::YesNoCancel) << 3 << QStringLiteral("Cancel")
-                                              << QStringLiteral("Cancel") << int(A::Cancel);
+        QTest::newRow("ok") << int(B::Ok) << 1 << "OK" << int(A::Ok) << "OK";
+        QTest::newRow("yes/no, first") << int(B::YesNo) << 1 << "Yes" << int(A::No) << "No";
+        QTest::newRow("yes/no, second") << int(B::YesNo) << 2 << "No" << int(A::Yes) << "Yes";
+        QTest::newRow("yes/no/cancel, third")
+            << int(B::YesNoCancel) << 3 << "Cancel" << int(A::Cancel) << "Cancel";
         QTest::newRow("ok/cancel, out of range keeps Qt's")
-            << int(B::OkCancel) << 7 << QStringLiteral("") << QStringLiteral("OK") << int(A::Ok);
+            << int(B::OkCancel) << 7 << "" << int(A::Ok) << "OK";
     }
     void buttonsDefaultAndAnswer() {
         QFETCH(int, buttons);
         QFETCH(int, defaultButton);
         QFETCH(QString, expectedDefault);
-        QFETCH(QString, press);
         QFETCH(int, answer);
+        QFETCH(QString, press);
         QtDialogs dialogs(nullptr);
-        QString seenDefault = QStringLiteral("?");
+        QString seenDefault = "?";
         QString seenTitle;
         whileOpen(
             [&](QMessageBox* box) {
@@ -62,7 +63,7 @@ private slots:
                                                        : QString();
             },
             press);
-        const auto result = dialogs.message(QStringLiteral("Frage"), QString(), Dialogs::Buttons(buttons),
+        const auto result = dialogs.message("Frage", QString(), Dialogs::Buttons(buttons),
                                             Dialogs::Icon::Question, defaultButton);
         QCOMPARE(int(result), answer);
         QCOMPARE(seenTitle, Dialogs::defaultTitle());
@@ -74,33 +75,37 @@ private slots:
     void saveTakesTheChosenFiltersExtension_data() {
         QTest::addColumn<int>("filter"); // how many entries down the user goes
         QTest::addColumn<QString>("saved");
-        QTest::newRow("first filter") << 0 << QStringLiteral("Liste.txt");
-        QTest::newRow("M3U8 picked") << 1 << QStringLiteral("Liste.m3u8");
+        QTest::newRow("first filter") << 0 << "Liste.txt";
+        QTest::newRow("M3U8 picked") << 1 << "Liste.m3u8";
     }
     void saveTakesTheChosenFiltersExtension() {
         QFETCH(int, filter);
         QFETCH(QString, saved);
         QTemporaryDir dir;
         QtDialogs dialogs(nullptr);
-        QTimer::singleShot(0, [filter] {
+        QStringList shownFilters;
+        QTimer::singleShot(0, [filter, &shownFilters] {
             auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
             QVERIFY(dialog);
-            auto* types = dialog->findChild<QComboBox*>(QStringLiteral("fileTypeCombo"));
+            shownFilters = dialog->nameFilters();
+            auto* types = dialog->findChild<QComboBox*>("fileTypeCombo");
             QVERIFY(types);
             for (int i = 0; i < filter; ++i)
                 QTest::keyClick(types, Qt::Key_Down); // chosen as a user does, the dialog hears of it
-            auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-            name->setText(QStringLiteral("Liste"));
-            dialog->grab().save(QStringLiteral("/tmp/tavo-save-dialog-%1.png").arg(filter));
+            auto* name = dialog->findChild<QLineEdit*>("fileNameEdit");
+            name->setText("Liste");
+            dialog->grab().save(QString("/tmp/tavo-save-dialog-%1.png").arg(filter));
             QTest::keyClick(name, Qt::Key_Return);
         });
         Dialogs::FileRequest request;
-        request.title = QStringLiteral("Playliste speichern unter");
-        request.filter = QStringLiteral("Playlisten (*.txt)| *.txt|M3U8-Playliste (*.m3u8)| *.m3u8");
+        request.title = "Playliste speichern unter";
+        // A description without its pattern gets it; a last description without pattern is dropped.
+        request.filter = "Playlisten| *.txt|M3U8-Playliste (*.m3u8)| *.m3u8|Rest";
         request.initialDir = dir.path();
-        request.defaultExt = QStringLiteral("txt");
+        request.defaultExt = "txt";
         const auto got = dialogs.saveFile(request);
-        QCOMPARE(got.value_or(QStringLiteral("(cancelled)")), dir.filePath(saved));
+        QCOMPARE(got.value_or("(cancelled)"), dir.filePath(saved));
+        QCOMPARE(shownFilters, (QStringList{"Playlisten (*.txt)", "M3U8-Playliste (*.m3u8)"}));
     }
 };
 

@@ -3,8 +3,8 @@
 
 #include "support/RecordingSettingsHost.h"
 #include "support/TestServices.h"
+#include "ui/SchemePainter.h"
 #include "ui/TavoMP3Settings.h"
-#include "ui/TavoMp3Tree.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -25,7 +25,6 @@ class tst_SettingsWindow : public QObject {
     Q_OBJECT
 
     QTemporaryDir m_dir;
-    const QString kSettings = QStringLiteral("Settings");
 
     QString existingFile(const QString& name) {
         const QString path = m_dir.filePath(name);
@@ -35,358 +34,255 @@ class tst_SettingsWindow : public QObject {
         return path;
     }
 
-    static void storePreset(SettingsStore& s, int n, const QString& name, const QString& text) {
-        const QString section = QStringLiteral("Preset") + QString::number(n);
-        s.SaveSetting(section, QStringLiteral("PresetName"), name);
-        s.SaveSetting(section, QStringLiteral("Text"), text);
-    }
-
     // The window deletes itself when it closes, as an unloaded form goes away.
-    static TavoMP3Settings* open(TestServices& t, RecordingSettingsHost& host) {
-        return new TavoMP3Settings(t.services, host);
-    }
+    struct Rig {
+        TestServices t;
+        RecordingSettingsHost host;
+        QPointer<TavoMP3Settings> w;
+        // Presets 1.. get the names given (none for an empty name), with the colour text "00n 00n 00n".
+        explicit Rig(const QStringList& presets = {}, const QStringList& settings = {}) {
+            for (int n = 1; n <= presets.size(); ++n) {
+                if (presets.at(n - 1).isEmpty())
+                    continue;
+                const QString section = "Preset" + QString::number(n);
+                t.settings.SaveSetting(section, "PresetName", presets.at(n - 1));
+                t.settings.SaveSetting(section, "Text", QString("00%1 00%1 00%1").arg(n % 10));
+            }
+            for (const QString& s : settings)
+                t.settings.SaveSetting("Settings", s.section('=', 0, 0), s.section('=', 1));
+            w = new TavoMP3Settings(t.services, host);
+        }
+        ~Rig() { delete w; }
+        QString stored(const QString& section, const QString& key) const {
+            return t.settings.GetSetting(section, key, QStringLiteral("-"));
+        }
+    };
 
 private slots:
-    void firstOpeningProposesDefaults() {
-        TestServices t;
-        RecordingSettingsHost host;
-        QPointer<TavoMP3Settings> w = open(t, host);
-        QCOMPARE(w->windowTitle(), QStringLiteral("Tavo MP3 Player! - Einstellungen"));
-        QCOMPARE(w->tbOptions->tabText(0), QStringLiteral(" General Settings"));
-        QCOMPARE(w->tbOptions->tabText(1), QStringLiteral("&Programm Oberfläche"));
-        QCOMPARE(w->FWinampPath->text(), TavoMP3Settings::proposedPlayerPath());
-        QCOMPARE(w->FUserMP3Directory->toPlainText(), TavoMP3Settings::proposedMusicFolder());
-        QCOMPARE(w->FStatus->text(), TavoMP3Settings::firstTimeMessage());
-        QCOMPARE(TavoMP3Settings::listText(w->FUpdateInterval), QStringLiteral("Fehler"));
-        QCOMPARE(TavoMP3Settings::listText(w->FUpdateIntervalRemind), QStringLiteral("Fehler"));
-        QVERIFY(w->RUpdateMode[3]->isChecked());
-        QCOMPARE(w->FLastUpdateCheck->text(), QStringLiteral("---"));
-        QCOMPARE(w->FNextUpdateCheck->text(), QStringLiteral("---"));
-        QCOMPARE(w->FPresetList->count(), 1);
-        QCOMPARE(w->FPresetList->currentRow(), 0);
-        QVERIFY(t.dialogs.questions.isEmpty());
-        delete w;
+    void loadShowsStoredValues_data() {
+        QTest::addColumn<QString>("settings"); // key=value|...
+        QTest::addColumn<QString>("shown");    // player|folders|status|last check|interval|reminder
+        QTest::addColumn<int>("mode");
+        QTest::newRow("first opening proposes defaults")
+            << ""
+            << QStringList{TavoMP3Settings::proposedPlayerPath(), TavoMP3Settings::proposedMusicFolder(),
+                           TavoMP3Settings::firstTimeMessage(), "---|Fehler|Fehler"}
+                   .join('|')
+            << 3;
+        QTest::newRow("stored values")
+            << "WinampPath=/opt/mpv|UserMP3Directory=/m/a\r\n/m/b|UpdateMode=2|"
+               "LastUpdateCheck=23.11.2026 14:05:00|UpdateInterval=120|"
+               "UpdateIntervalRemind=14"
+            << "/opt/mpv|/m/a\n/m/b||23.11.2026  / 26 14:05:00 Uhr|2 Stunden|2 Wochen" << 2;
+        QTest::newRow("interval that is no list item")
+            << "WinampPath=/x|UserMP3Directory=/m|UpdateInterval=45|UpdateIntervalRemind=7"
+            << "/x|/m||---|Fehler|7 Tage" << 3;
     }
-
     void loadShowsStoredValues() {
-        TestServices t;
-        RecordingSettingsHost host;
-        t.settings.SaveSetting(kSettings, QStringLiteral("WinampPath"), QStringLiteral("/opt/mpv"));
-        t.settings.SaveSetting(kSettings, QStringLiteral("UserMP3Directory"), QStringLiteral("/m/a\r\n/m/b"));
-        t.settings.SaveSetting(kSettings, QStringLiteral("LastUpdateCheck"),
-                               QStringLiteral("23.11.2026 14:05:00"));
-        t.settings.SaveSetting(kSettings, QStringLiteral("UpdateMode"), 2);
-        t.settings.SaveSetting(kSettings, QStringLiteral("UpdateInterval"), 120);
-        t.settings.SaveSetting(kSettings, QStringLiteral("UpdateIntervalRemind"), 14);
-        QPointer<TavoMP3Settings> w = open(t, host);
-        QCOMPARE(w->FWinampPath->text(), QStringLiteral("/opt/mpv"));
-        QCOMPARE(w->FUserMP3Directory->toPlainText(), QStringLiteral("/m/a\n/m/b"));
-        QCOMPARE(w->FStatus->text(), QString());
-        QCOMPARE(w->FLastUpdateCheck->text(), QStringLiteral("23.11.2026  / 26 14:05:00 Uhr"));
-        QVERIFY(w->RUpdateMode[2]->isChecked());
-        QCOMPARE(TavoMP3Settings::listText(w->FUpdateInterval), QStringLiteral("2 Stunden"));
-        QCOMPARE(TavoMP3Settings::listText(w->FUpdateIntervalRemind), QStringLiteral("2 Wochen"));
-        delete w;
+        QFETCH(QString, settings);
+        QFETCH(QString, shown);
+        QFETCH(int, mode);
+        Rig r({}, settings.split('|', Qt::SkipEmptyParts));
+        QCOMPARE((QStringList{r.w->FWinampPath->text(), r.w->FUserMP3Directory->toPlainText(),
+                              r.w->FStatus->text(), r.w->FLastUpdateCheck->text(),
+                              TavoMP3Settings::listText(r.w->FUpdateInterval),
+                              TavoMP3Settings::listText(r.w->FUpdateIntervalRemind)}),
+                 shown.split('|'));
+        QVERIFY(r.w->RUpdateMode[mode]->isChecked());
+        QCOMPARE(r.w->FPresetList->currentRow(), 0);
+        QVERIFY(r.t.dialogs.questions.isEmpty());
     }
 
     void saveChecksFilesAndWritesInOrder_data() {
-        QTest::addColumn<bool>("playerExists");
         QTest::addColumn<QString>("picture"); // "" none, "missing", "exists"
+        QTest::addColumn<bool>("playerExists");
         QTest::addColumn<QString>("message");
-        QTest::newRow("missing player stores nothing") << false << ""
-                                                       << "Winamp.exe konnte nicht gefunden werden!!!";
-        QTest::newRow("missing picture stores nothing") << true << "missing"
-                                                        << "Hintergrundbild konnte nicht gefunden werden!";
-        QTest::newRow("empty picture removes it") << true << ""
-                                                  << "";
-        QTest::newRow("existing picture") << true << "exists"
-                                          << "";
+        QTest::newRow("missing player stores nothing")
+            << "" << false << "Winamp.exe konnte nicht gefunden werden!!!";
+        QTest::newRow("missing picture stores nothing")
+            << "missing" << true << "Hintergrundbild konnte nicht gefunden werden!";
+        QTest::newRow("empty picture removes it") << "" << true << "";
+        QTest::newRow("existing picture") << "exists" << true << "";
     }
     void saveChecksFilesAndWritesInOrder() {
         QFETCH(bool, playerExists);
         QFETCH(QString, picture);
         QFETCH(QString, message);
-        TestServices t;
-        RecordingSettingsHost host;
-        QPointer<TavoMP3Settings> w = open(t, host);
-        const QString player = playerExists ? existingFile(QStringLiteral("mpv")) : m_dir.filePath("none");
-        const QString picturePath = picture == QLatin1String("exists")
-                                        ? existingFile(QStringLiteral("bg.png"))
-                                    : picture == QLatin1String("missing") ? m_dir.filePath("fehlt.png")
-                                                                          : QString();
-        w->FWinampPath->setText(player);
-        w->FBGImagePath->setText(picturePath);
-        w->FUserMP3Directory->setPlainText(QStringLiteral("/m/a\n/m/b"));
-        host.calls.clear();
-        w->BSaveAndClose->click();
-
+        Rig r;
+        const QString player = playerExists ? existingFile("mpv") : m_dir.filePath("none");
+        const QString picturePath = picture == "exists"    ? existingFile("bg.png")
+                                    : picture == "missing" ? m_dir.filePath("fehlt.png")
+                                                           : QString();
+        r.w->FWinampPath->setText(player);
+        r.w->FBGImagePath->setText(picturePath);
+        r.w->FUserMP3Directory->setPlainText("/m/a\n/m/b");
+        r.w->BSaveAndClose->click();
         if (!message.isEmpty()) {
-            QCOMPARE(t.dialogs.messageTexts(), QStringList{message});
-            QVERIFY(w); // stays open
-            QVERIFY(host.calls.isEmpty());
-            QVERIFY(!t.settings.hasSection(kSettings) ||
-                    t.settings.GetSetting(kSettings, QStringLiteral("WinampPath"), QStringLiteral("-")) ==
-                        QLatin1String("-"));
-            QCOMPARE(t.settings.GetSetting(kSettings, QStringLiteral("BGImagePath"), QStringLiteral("-")),
-                     QStringLiteral("-"));
-            delete w;
+            QCOMPARE(r.t.dialogs.messageTexts(), QStringList{message});
+            QVERIFY(r.w); // stays open
+            QVERIFY(r.host.calls.isEmpty());
+            QCOMPARE(r.stored("Settings", "WinampPath"), "-");
+            QCOMPARE(r.stored("Settings", "BGImagePath"), "-");
             return;
         }
-        QVERIFY(t.dialogs.questions.isEmpty());
-        QVERIFY(!w->isVisible()); // unloaded
-        QCOMPARE(t.settings.GetSetting(kSettings, QStringLiteral("WinampPath"), QString()), player);
-        QCOMPARE(t.settings.GetSetting(kSettings, QStringLiteral("BGImagePath"), QStringLiteral("-")),
-                 picturePath);
-        QCOMPARE(t.settings.GetSetting(kSettings, QStringLiteral("UserMP3Directory"), QString()),
-                 QStringLiteral("/m/a\r\n/m/b"));
-        QCOMPARE(t.settings.GetSetting(kSettings, QStringLiteral("UpdateMode"), QString()),
-                 QStringLiteral("3"));
-        QCOMPARE(host.calls,
-                 (QStringList{QStringLiteral("LoadBGImage:") + picturePath,
-                              QStringLiteral("setBrowsePath:/m/a\r\n/m/b"), QStringLiteral("FuncSetEnv"),
-                              QStringLiteral("startPlayer:") + player}));
-        QCOMPARE(t.status.text(), QStringLiteral("Einstellungen gespeichert!"));
+        QVERIFY(r.t.dialogs.questions.isEmpty());
+        QVERIFY(!r.w || !r.w->isVisible()); // unloaded
+        QCOMPARE(r.stored("Settings", "WinampPath"), player);
+        QCOMPARE(r.stored("Settings", "BGImagePath"), picturePath);
+        QCOMPARE(r.stored("Settings", "UserMP3Directory"), "/m/a\r\n/m/b");
+        QCOMPARE(r.stored("Settings", "UpdateMode"), "3");
+        QCOMPARE(r.host.calls, (QStringList{"LoadBGImage:" + picturePath, "setBrowsePath:/m/a\r\n/m/b",
+                                            "FuncSetEnv", "startPlayer:" + player}));
+        QCOMPARE(r.t.status.text(), "Einstellungen gespeichert!");
     }
 
-    void unlistedIntervalShowsFehlerAndSavesZero_data() {
+    void unlistedIntervalSavesZero_data() {
         QTest::addColumn<int>("pick"); // -1 = leave the list alone
         QTest::addColumn<QString>("saved");
         QTest::newRow("left as Fehler") << -1 << "0";
         QTest::newRow("user picks 40 Minuten") << 5 << "40";
     }
-    void unlistedIntervalShowsFehlerAndSavesZero() {
+    void unlistedIntervalSavesZero() {
         QFETCH(int, pick);
         QFETCH(QString, saved);
-        TestServices t;
-        RecordingSettingsHost host;
-        t.settings.SaveSetting(kSettings, QStringLiteral("UpdateInterval"), 45);
-        t.settings.SaveSetting(kSettings, QStringLiteral("UpdateIntervalRemind"), 7);
-        QPointer<TavoMP3Settings> w = open(t, host);
-        QCOMPARE(TavoMP3Settings::listText(w->FUpdateInterval), QStringLiteral("Fehler"));
-        QCOMPARE(TavoMP3Settings::listText(w->FUpdateIntervalRemind), QStringLiteral("7 Tage"));
+        Rig r({}, {"UpdateInterval=45", "UpdateIntervalRemind=7"});
         if (pick >= 0)
-            w->FUpdateInterval->setCurrentIndex(pick);
-        w->FWinampPath->setText(existingFile(QStringLiteral("mpv")));
-        w->BSaveAndClose->click();
-        QVERIFY(!w->isVisible());
-        QCOMPARE(t.settings.GetSetting(kSettings, QStringLiteral("UpdateInterval"), QString()), saved);
-        QCOMPARE(t.settings.GetSetting(kSettings, QStringLiteral("UpdateIntervalRemind"), QString()),
-                 QStringLiteral("7"));
+            r.w->FUpdateInterval->setCurrentIndex(pick);
+        r.w->FWinampPath->setText(existingFile("mpv"));
+        r.w->BSaveAndClose->click();
+        QCOMPARE(r.stored("Settings", "UpdateInterval"), saved);
+        QCOMPARE(r.stored("Settings", "UpdateIntervalRemind"), "7");
     }
 
     void browsingPreviewsTheBackground() {
-        TestServices t;
-        RecordingSettingsHost host;
-        QPointer<TavoMP3Settings> w = open(t, host);
-        w->FBGImagePath->setText(QStringLiteral("/alt.png"));
-        t.dialogs.openAnswers = {QStringLiteral("/neu.png")};
-        w->BBrowseBGImage->click();
-        QCOMPARE(t.dialogs.openRequests.first().fileName, QStringLiteral("/alt.png"));
-        QCOMPARE(w->FBGImagePath->text(), QStringLiteral("/neu.png"));
-        QCOMPARE(host.calls, QStringList{QStringLiteral("LoadBGImage:/neu.png")});
+        Rig r;
+        r.w->FBGImagePath->setText("/alt.png");
+        r.t.dialogs.openAnswers = {"/neu.png"};
+        r.w->BBrowseBGImage->click();
+        QCOMPARE(r.t.dialogs.openRequests.first().fileName, "/alt.png");
+        QCOMPARE(r.w->FBGImagePath->text(), "/neu.png");
+        QCOMPARE(r.host.calls, QStringList{"LoadBGImage:/neu.png"});
         // Cancelling the player dialog keeps the name.
-        w->FWinampPath->setText(QStringLiteral("/usr/bin/x"));
-        w->BBrowseWinamp->click();
-        QCOMPARE(w->FWinampPath->text(), QStringLiteral("/usr/bin/x"));
-        delete w;
-    }
-
-    void addDirOpensTheInertFolderTree() {
-        TestServices t;
-        RecordingSettingsHost host;
-        QPointer<TavoMP3Settings> w = open(t, host);
-        w->BAddDir->click();
-        QVERIFY(w->folderTree());
-        QVERIFY(w->folderTree()->isVisible());
-        const QString before = w->FUserMP3Directory->toPlainText();
-        w->folderTree()->BOK->click();
-        QCOMPARE(w->FUserMP3Directory->toPlainText(), before);
-        delete w;
-    }
-
-    void loadPresetPaintsAllRolesInOrder() {
-        TestServices t;
-        RecordingSettingsHost host;
-        QPointer<TavoMP3Settings> w = open(t, host);
-        w->LoadPreset(QStringLiteral("0"), QStringLiteral("PlayerMainSetColorAll"));
-        QCOMPARE(
-            host.colourCallNames(),
-            (QStringList{"SetColorText", "SetColorBackground", "SetColorFieldText", "SetColorFieldBackground",
-                         "SetColorButtonText", "SetColorButtonBackground", "SetColorDisplayTextBright",
-                         "SetColorDisplayTextDark", "SetColorDisplayBackground"}));
-        QCOMPARE(host.colourCalls.at(0).second, (Rgb{200, 200, 0}));
-        QCOMPARE(host.colourCalls.at(1).second, (Rgb{38, 38, 38}));
-        QCOMPARE(w->FStatus->text(), QStringLiteral("Preset \"- Default Preset -\" (Preset0) wurde geladen"));
-        QCOMPARE(w->SliderRed->value(), 200);
-        QCOMPARE(w->LBlue->text(), QStringLiteral("0"));
-        const QStringList dump = w->FTest->toPlainText().split(QLatin1Char('\n'));
-        QCOMPARE(dump.size(), 27);
-        QCOMPARE(dump.at(2), QStringLiteral("TextBlue = 000"));
-        delete w;
+        r.w->FWinampPath->setText("/usr/bin/x");
+        r.w->BBrowseWinamp->click();
+        QCOMPARE(r.w->FWinampPath->text(), "/usr/bin/x");
     }
 
     void unpaddedStoredColourFailsInTheHandler() {
-        TestServices t;
-        RecordingSettingsHost host;
-        storePreset(t.settings, 1, QStringLiteral("Kaputt"), QStringLiteral("7 8 9"));
-        QPointer<TavoMP3Settings> w = open(t, host);
-        w->LoadPreset(QStringLiteral("1"), QStringLiteral("LoadPresetClick"));
-        QCOMPARE(t.dialogs.messageTexts(),
-                 QStringList{QStringLiteral("Fehler in LoadPreset in Zeile 3: Typen unverträglich")});
-        QVERIFY(host.colourCalls.isEmpty());
-        delete w;
+        Rig r;
+        r.t.settings.SaveSetting("Preset1", "Text", "7 8 9");
+        r.w->LoadPreset("1", "LoadPresetClick");
+        QCOMPARE(r.t.dialogs.messageTexts(),
+                 QStringList{"Fehler in LoadPreset in Zeile 3: Typen unverträglich"});
+        QVERIFY(r.host.colourCalls.isEmpty());
     }
 
     void sliderRepaintsOnlyTheSelectedRole() {
-        TestServices t;
-        RecordingSettingsHost host;
-        QPointer<TavoMP3Settings> w = open(t, host);
-        w->LColorType->setCurrentRow(ColorRoles::FieldBackground);
-        QCOMPARE(w->SliderGreen->value(), 125);
-        host.colourCalls.clear();
-        w->SliderGreen->setValue(7);
-        QCOMPARE(w->LGreen->text(), QStringLiteral("7"));
-        QCOMPARE(host.colourCallNames(), QStringList{QStringLiteral("SetColorFieldBackground")});
-        QCOMPARE(host.colourCalls.first().second, (Rgb{106, 7, 192}));
-        QVERIFY(w->FTest->toPlainText().contains(QStringLiteral("FieldBackgroundGreen = 7")));
+        Rig r;
+        r.w->LColorType->setCurrentRow(ColorRoles::FieldBackground);
+        QCOMPARE(r.w->SliderGreen->value(), 125);
+        r.host.colourCalls.clear();
+        r.w->SliderGreen->setValue(7);
+        QCOMPARE(r.w->LGreen->text(), "7");
+        QCOMPARE(r.host.colourCalls,
+                 (QList{qMakePair(QStringLiteral("SetColorFieldBackground"), Rgb{106, 7, 192})}));
+        QVERIFY(r.w->FTest->toPlainText().contains("FieldBackgroundGreen = 7"));
         // Nothing is stored until a preset is saved.
-        QVERIFY(!t.settings.hasSection(QStringLiteral("Preset0")));
-        w->LColorType->setCurrentRow(-1);
-        w->ColorChangeValue(QStringLiteral("Red"));
-        QCOMPARE(t.dialogs.messageTexts().last(),
-                 QStringLiteral("Mist programmiert in Funktion ColorChangeValue..."));
-        w->ActualizeSliders();
-        QCOMPARE(t.dialogs.messageTexts().last(),
-                 QStringLiteral("Mist programmiert in Funktion ActualizeSliders..."));
-        delete w;
+        QVERIFY(!r.t.settings.hasSection("Preset0"));
+        r.w->LColorType->setCurrentRow(-1);
+        r.w->ColorChangeValue("Red");
+        QCOMPARE(r.t.dialogs.messageTexts().last(), "Mist programmiert in Funktion ColorChangeValue...");
     }
 
     void saveAsNumbersAndRefillsTheList() {
-        TestServices t;
-        RecordingSettingsHost host;
-        storePreset(t.settings, 1, QStringLiteral("Eins"), QStringLiteral("001 001 001"));
-        storePreset(t.settings, 3, QStringLiteral("Drei"), QStringLiteral("003 003 003"));
-        QPointer<TavoMP3Settings> w = open(t, host);
-        w->BPresetSaveAs->click();
-        QCOMPARE(t.dialogs.messageTexts(),
-                 QStringList{QStringLiteral("Bitte geben Sie einen Presetnamen ein!")});
-        w->FPresetSaveAs->setText(QStringLiteral("Neu"));
-        w->BPresetSaveAs->click();
-        QCOMPARE(t.settings.GetSetting(QStringLiteral("Preset2"), QStringLiteral("PresetName"), QString()),
-                 QStringLiteral("Neu"));
-        QCOMPARE(t.settings.GetSetting(QStringLiteral("Preset2"), QStringLiteral("Text"), QString()),
-                 QStringLiteral("200 200 000"));
-        QCOMPARE(w->activePreset(), QStringLiteral("2"));
-        QCOMPARE(w->FPresetSaveAs->text(), QString());
-        QCOMPARE(w->FActivePreset->text(), QStringLiteral("Neu"));
-        QCOMPARE(w->FStatus->text(), QStringLiteral("Preset \"Neu\" wurde auf Preset2 gespeichert"));
-        QCOMPARE(w->presetLabels(), (QStringList{"0. - Default Preset -", "1. Eins", "2. Neu", "3. Drei"}));
-        QCOMPARE(w->FPresetList->currentRow(), 2);
+        Rig r({"Eins", "", "Drei"});
+        r.w->BPresetSaveAs->click();
+        QCOMPARE(r.t.dialogs.messageTexts(), QStringList{"Bitte geben Sie einen Presetnamen ein!"});
+        r.w->FPresetSaveAs->setText("Neu");
+        r.w->BPresetSaveAs->click();
+        QCOMPARE(r.stored("Preset2", "PresetName"), "Neu");
+        QCOMPARE(r.stored("Preset2", "Text"), "200 200 000");
+        QCOMPARE(r.w->activePreset(), "2");
+        QCOMPARE(r.w->FPresetSaveAs->text(), QString());
+        QCOMPARE(r.w->FActivePreset->text(), "Neu");
+        QCOMPARE(r.w->FStatus->text(), "Preset \"Neu\" wurde auf Preset2 gespeichert");
+        QCOMPARE(r.w->presetLabels(), (QStringList{"0. - Default Preset -", "1. Eins", "2. Neu", "3. Drei"}));
+        QCOMPARE(r.w->FPresetList->currentRow(), 2);
         // "Preset speichern" overwrites the active preset under the shown name.
-        w->FActivePreset->setText(QStringLiteral("Umbenannt"));
-        w->BPresetSave->click();
-        QCOMPARE(t.settings.GetSetting(QStringLiteral("Preset2"), QStringLiteral("PresetName"), QString()),
-                 QStringLiteral("Umbenannt"));
-        delete w;
+        r.w->FActivePreset->setText("Umbenannt");
+        r.w->BPresetSave->click();
+        QCOMPARE(r.stored("Preset2", "PresetName"), "Umbenannt");
     }
 
     void saveAsWithAllPresetsTakenWritesPreset100() {
-        TestServices t;
-        RecordingSettingsHost host;
+        QStringList names;
         for (int n = 1; n <= 99; ++n)
-            storePreset(t.settings, n, QStringLiteral("P") + QString::number(n),
-                        QStringLiteral("000 000 000"));
-        QPointer<TavoMP3Settings> w = open(t, host);
-        w->FPresetSaveAs->setText(QStringLiteral("Hundert"));
-        w->BPresetSaveAs->click();
-        QVERIFY(t.settings.hasSection(QStringLiteral("Preset100")));
-        QCOMPARE(w->FPresetList->count(), 100);
-        QVERIFY(w->FPresetList->findItems(QStringLiteral("Hundert"), Qt::MatchExactly).isEmpty());
-        delete w;
+            names << "P" + QString::number(n);
+        Rig r(names);
+        r.w->FPresetSaveAs->setText("Hundert");
+        r.w->BPresetSaveAs->click();
+        QVERIFY(r.t.settings.hasSection("Preset100"));
+        QCOMPARE(r.w->FPresetList->count(), 100);
+        QVERIFY(r.w->FPresetList->findItems("Hundert", Qt::MatchExactly).isEmpty());
     }
 
-    void deletingAMiddlePresetShiftsLoadByPosition() {
-        TestServices t;
-        RecordingSettingsHost host;
-        storePreset(t.settings, 1, QStringLiteral("Eins"), QStringLiteral("001 001 001"));
-        storePreset(t.settings, 2, QStringLiteral("Zwei"), QStringLiteral("002 002 002"));
-        storePreset(t.settings, 3, QStringLiteral("Drei"), QStringLiteral("003 003 003"));
-        QPointer<TavoMP3Settings> w = open(t, host);
-        w->FPresetList->setCurrentRow(2);
-        t.dialogs.answers = {Dialogs::Answer::Yes};
-        w->BPresetDelete->click();
-        const ScriptedDialogs::Question q = t.dialogs.questions.first();
-        QCOMPARE(q.text, QStringLiteral("Möchten Sie das Preset \"Zwei\" wirklich löschen?"));
-        QCOMPARE(q.title, QStringLiteral("Achtung!"));
-        QCOMPARE(q.buttons, Dialogs::Buttons::YesNoCancel);
-        QVERIFY(!t.settings.hasSection(QStringLiteral("Preset2")));
-        QCOMPARE(w->FStatus->text(), QStringLiteral("Preset \"- Default Preset -\" (Preset0) wurde geladen"));
-        QCOMPARE(w->FPresetList->count(), 3);
-        QCOMPARE(w->FPresetList->currentRow(), 0);
-
-        // Position 2 now shows "Drei" but loads the deleted section 2: absent defaults, name "-".
-        QCOMPARE(w->FPresetList->item(2)->text(), QStringLiteral("Drei"));
-        w->FPresetList->setCurrentRow(2);
-        host.colourCalls.clear();
-        w->BPresetLoad->click();
-        QCOMPARE(w->FStatus->text(), QStringLiteral("Preset \"-\" (Preset2) wurde geladen"));
-        QCOMPARE(host.colourCalls.at(0).second, (Rgb{0, 0, 0}));
-        QCOMPARE(host.colourCalls.at(1).second, (Rgb{128, 128, 128}));
-        delete w;
-    }
-
-    void deleteIsRefusedOrCancelled_data() {
+    void deleteAsksAndShiftsLoadByPosition_data() {
         QTest::addColumn<int>("row");
-        QTest::addColumn<int>("answer");
+        QTest::addColumn<Dialogs::Answer>("answer");
         QTest::addColumn<QString>("lastMessage");
+        const QString question = "Möchten Sie das Preset \"Zwei\" wirklich löschen?";
         QTest::newRow("default preset")
-            << 0 << int(Dialogs::Answer::Yes) << "Das Default Preset kann nicht gelöscht werden!";
-        QTest::newRow("Nein") << 1 << int(Dialogs::Answer::No)
-                              << "Möchten Sie das Preset \"Eins\" wirklich löschen?";
-        QTest::newRow("Abbrechen") << 1 << int(Dialogs::Answer::Cancel)
-                                   << "Möchten Sie das Preset \"Eins\" wirklich löschen?";
+            << 0 << Dialogs::Answer::Yes << "Das Default Preset kann nicht gelöscht werden!";
+        QTest::newRow("Nein") << 2 << Dialogs::Answer::No << question;
+        QTest::newRow("Abbrechen") << 2 << Dialogs::Answer::Cancel << question;
+        QTest::newRow("Ja") << 2 << Dialogs::Answer::Yes << question;
     }
-    void deleteIsRefusedOrCancelled() {
+    void deleteAsksAndShiftsLoadByPosition() {
         QFETCH(int, row);
-        QFETCH(int, answer);
+        QFETCH(Dialogs::Answer, answer);
         QFETCH(QString, lastMessage);
-        TestServices t;
-        RecordingSettingsHost host;
-        storePreset(t.settings, 1, QStringLiteral("Eins"), QStringLiteral("001 001 001"));
-        QPointer<TavoMP3Settings> w = open(t, host);
-        w->FPresetList->setCurrentRow(row);
-        t.dialogs.answers = {Dialogs::Answer(answer)};
-        w->BPresetDelete->click();
-        QCOMPARE(t.dialogs.messageTexts().last(), lastMessage);
-        QVERIFY(t.settings.hasSection(QStringLiteral("Preset1")));
-        QCOMPARE(w->FPresetList->count(), 2);
-        delete w;
+        Rig r({"Eins", "Zwei", "Drei"});
+        r.w->FPresetList->setCurrentRow(row);
+        r.t.dialogs.answers = {answer};
+        r.w->BPresetDelete->click();
+        QCOMPARE(r.t.dialogs.messageTexts().last(), lastMessage);
+        const bool deleted = row > 0 && answer == Dialogs::Answer::Yes;
+        QCOMPARE(r.t.settings.hasSection("Preset2"), !deleted);
+        QCOMPARE(r.w->FPresetList->count(), deleted ? 3 : 4);
+        if (!deleted)
+            return;
+        QCOMPARE(r.t.dialogs.questions.first().title, "Achtung!");
+        QCOMPARE(r.t.dialogs.questions.first().buttons, Dialogs::Buttons::YesNoCancel);
+        QCOMPARE(r.w->FStatus->text(), "Preset \"- Default Preset -\" (Preset0) wurde geladen");
+        QCOMPARE(r.w->FPresetList->currentRow(), 0);
+        // Position 2 now shows "Drei" but loads the deleted section 2: absent defaults, name "-".
+        QCOMPARE(r.w->FPresetList->item(2)->text(), "Drei");
+        r.w->FPresetList->setCurrentRow(2);
+        r.host.colourCalls.clear();
+        r.w->BPresetLoad->click();
+        QCOMPARE(r.w->FStatus->text(), "Preset \"-\" (Preset2) wurde geladen");
+        QCOMPARE(r.host.colourCalls.at(0).second, (Rgb{0, 0, 0}));
+        QCOMPARE(r.host.colourCalls.at(1).second, (Rgb{128, 128, 128}));
     }
 
-    void inertControlsDoNothing() {
-        TestServices t;
-        RecordingSettingsHost host;
-        QPointer<TavoMP3Settings> w = open(t, host);
-        const QString dirs = w->FUserMP3Directory->toPlainText();
-        w->BDelDir->click();
-        w->BResetPreset->click();
-        w->findChild<QCheckBox*>(QStringLiteral("LinkSliders"))->click();
-        w->findChild<QCheckBox*>(QStringLiteral("FSpaceSkin"))->click();
-        w->chkTelnetOn->click();
-        QCOMPARE(w->FUserMP3Directory->toPlainText(), dirs);
-        QVERIFY(host.colourCalls.isEmpty() && host.calls.isEmpty());
-        QVERIFY(t.dialogs.questions.isEmpty());
-        delete w;
+    // Check boxes are captions: the button text colour is for push buttons only.
+    void buttonTextPaintsPushButtonsOnly() {
+        Rig r;
+        SchemePainter::paintWindowRole(r.w, ColorRoles::ButtonText, QColor(1, 2, 3));
+        QCOMPARE(r.w->BCancel->palette().color(QPalette::ButtonText), QColor(1, 2, 3));
+        QVERIFY(r.w->LinkSliders->palette().color(QPalette::ButtonText) != QColor(1, 2, 3));
     }
 
     void cancelClosesWithoutSaving() {
-        TestServices t;
-        RecordingSettingsHost host;
-        QPointer<TavoMP3Settings> w = open(t, host);
-        w->show();
-        w->BCancel->click();
-        QVERIFY(!w->isVisible());
-        QVERIFY(!t.settings.hasSection(kSettings));
+        Rig r;
+        r.w->tbOptions->setCurrentIndex(1);
+        r.w->show();
+        QVERIFY(QTest::qWaitForWindowExposed(r.w));
+        // The two boxes under the sliders sit one below the other, not on top of each other.
+        QVERIFY(r.w->FSpaceSkin->geometry().top() >= r.w->LinkSliders->geometry().bottom());
+        r.w->BCancel->click();
+        QVERIFY(!r.w || !r.w->isVisible());
+        QVERIFY(!r.t.settings.hasSection("Settings"));
     }
 };
 

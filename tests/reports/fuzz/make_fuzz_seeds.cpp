@@ -15,24 +15,11 @@ int main(int argc, char** argv) {
     const QDir dir(QString::fromLocal8Bit(argv[1]));
     QDir().mkpath(dir.path());
     const Frame f;
-    Frame mono;
-    mono.version = Mpeg2;
-    mono.kbps = 32;
-    mono.sampleRate = 22050;
-    mono.channels = Mono;
-    Frame m25 = mono;
-    m25.version = Mpeg25;
-    m25.sampleRate = 11025;
-    m25.kbps = 8;
-    Frame layer1 = f;
-    layer1.layer = 1;
-    layer1.kbps = 32;
-    Frame layer2 = f;
-    layer2.layer = 2;
-    layer2.kbps = 32;
-    Frame free = f;
-    free.kbps = 0;
-    free.freeBytes = 100;
+    const Frame mono{.version = Mpeg2, .kbps = 32, .sampleRate = 22050, .channels = Mono};
+    const Frame m25{.version = Mpeg25, .kbps = 8, .sampleRate = 11025, .channels = Mono};
+    const Frame layer1{.layer = 1, .kbps = 32};
+    const Frame layer2{.layer = 2, .kbps = 32};
+    const Frame free{.kbps = 0, .freeBytes = 100};
     const QList<QPair<const char*, QByteArray>> seeds = {
         {"cbr", cbrFrames(f, 3)},
         {"id3v2", id3v2(40) + cbrFrames(f, 2)},
