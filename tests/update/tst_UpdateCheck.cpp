@@ -125,27 +125,6 @@ private slots:
         AppGlobals::StartUpdaterOnExit = false;
     }
 
-    void strRight_data() {
-        QTest::addColumn<QString>("text1");
-        QTest::addColumn<QString>("text2");
-        QTest::addColumn<QString>("result");
-        // Not found: the text from position len(Text2), one short of a value behind it.
-        const char* rows[][4] = {{"value", "TavoMP3Player: 1.6", "TavoMP3Player: ", "1.6"},
-                                 {"case-insensitive", "tavomp3player: 1.6", "TavoMP3Player: ", "1.6"},
-                                 {"last occurrence", "a=1;a=2", "a=", "2"},
-                                 {"overlapping hits", "xaaab", "aa", "b"},
-                                 {"nothing after", "TavoMP3Update: ", "TavoMP3Update: ", ""},
-                                 {"missing prefix", "Release 1.6", "Ver", "lease 1.6"}};
-        for (const auto& r : rows)
-            QTest::newRow(r[0]) << QString::fromUtf8(r[1]) << QString::fromUtf8(r[2])
-                                << QString::fromUtf8(r[3]);
-    }
-    void strRight() {
-        QFETCH(QString, text1);
-        QFETCH(QString, text2);
-        QTEST(UpdateCheck::StrRight(text1, text2), "result");
-    }
-
     void readVersionLines() {
         const QString name = m_dir.filePath(QStringLiteral("v.txt"));
         writeFile(name, "a\r\nb\nc");

@@ -16,6 +16,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -161,6 +162,7 @@ private slots:
         m_server->setReply(kList, LocalHttpServer::Reply{{}, 0, 0, true});
         TavoMP3Update w(m_t->services, config());
         w.check().download().TimerTimeout->setInterval(5);
+        QSignalSpy closed(&w.check().download(), &SocketDownload::downloadClosed);
         w.show();
         QTest::mouseClick(w.BStart, Qt::LeftButton);
         QVERIFY(QTest::qWaitFor([&] { return !m_server->requests.isEmpty(); }, 5000));
@@ -174,6 +176,7 @@ private slots:
         w.show();
         QVERIFY(!w.FLog->toPlainText().contains(QStringLiteral("Zeitüberschreitung")));
         QVERIFY(!QFile::exists(w.check().download().partFile()));
+        QCOMPARE(closed.count(), 0); // our own close is not the end of a download
     }
 
     // The minute timer reaches the interval: the check runs hidden, asks before anything is
