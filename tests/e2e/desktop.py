@@ -16,12 +16,6 @@ MAIN_TITLE = "Tavo MP3 Player!"
 SONGS = ("Erstes Lied", "Zweites Lied", "Drittes Lied")
 
 
-def write_silent_mp3(path, frames):
-    # MPEG-1 Layer III, 128 kbps, 44.1 kHz: 417-byte frames with zeroed bodies play as silence.
-    with open(path, "wb") as f:
-        f.write((bytes([0xFF, 0xFB, 0x90, 0x04]) + bytes(413)) * frames)
-
-
 def write(path, text):
     with open(path, "w", newline="") as f:
         f.write(text)
@@ -38,7 +32,9 @@ def prepare(folder, priorities=(5, 5, 5), frames=120, second_list=False, positio
     os.makedirs(music)
     lines = []
     for name, priority in zip(SONGS, priorities):
-        write_silent_mp3(os.path.join(music, name + ".mp3"), frames)
+        # MPEG-1 Layer III, 128 kbps, 44.1 kHz: 417-byte frames with zeroed bodies play as silence.
+        with open(os.path.join(music, name + ".mp3"), "wb") as f:
+            f.write((bytes([0xFF, 0xFB, 0x90, 0x04]) + bytes(413)) * frames)
         lines.append("%s:%d\n" % (os.path.join(music, name + ".mp3"), priority))
     playlist = os.path.join(folder, "liste.txt")
     write(playlist, "".join(lines))
@@ -196,6 +192,5 @@ def run(test, **setup):
 
 
 def report(failures):
-    for f in failures:
-        print("FAIL:", f)
+    print("".join("FAIL: %s\n" % f for f in failures), end="")
     return 1 if failures else 0

@@ -241,9 +241,10 @@ private slots:
             << Answer("", kUpdater, QByteArray(256 * 1024, 'x'), QStringLiteral("keinen gültigen Kopf"));
         QTest::newRow("updater larger than announced")
             << Answer("", kUpdater, LocalHttpServer::ok(kNewUpdater) + QByteArray(100000, 'z'),
-                      QStringLiteral("mehr als die angekündigten"));
-        QTest::newRow("updater larger than listed") << Answer(
-            "", kUpdater, LocalHttpServer::ok(kNewUpdater + "!"), QStringLiteral("größer als erwartet"));
+                      QStringLiteral("mehr als die angekündigten 11 Bytes"));
+        QTest::newRow("updater larger than listed")
+            << Answer("", kUpdater, LocalHttpServer::ok(kNewUpdater + "!"),
+                      QStringLiteral("größer als erwartet (12 Bytes statt höchstens 11 Bytes)"));
     }
     void serverAnswers() {
         QFETCH(Answer, a);

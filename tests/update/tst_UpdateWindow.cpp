@@ -93,27 +93,19 @@ private slots:
         QVERIFY(text.contains(
             QStringLiteral("Bitrate-Verteilungs-Histogram \r\nMPInfo Aktivierung: \"MP3Info.dll\" einfach in "
                            "Windows oder Player Verzeichnis legen... \r\n\r\n- Automatische Prüfung")));
-        QVERIFY(text.endsWith(QStringLiteral("\r\n")) &&
-                !text.contains(QRegularExpression(QStringLiteral("[^\r]\n"))));
-        // A heading, one empty line, the items one empty line apart, two empty lines before the next heading.
-        static const QRegularExpression heading(
-            QStringLiteral("^---- Version (0\\.\\d{3}) / \\d\\d\\.\\d\\d\\.\\d{4} -{16}$"));
-        const QStringList lines = text.split(QStringLiteral("\r\n"));
+        // Headings newest first, each followed by one empty line; items ("- ", continued on lines of
+        // their own) one empty line apart; two empty lines before the next heading; CR LF throughout.
+        const QString heading =
+            QStringLiteral("---- Version (0\\.\\d{3}) / \\d\\d\\.\\d\\d\\.\\d{4} -{16}\r\n\r\n");
+        const QString item = QStringLiteral("- [^\r\n]+(\r\n[^-\r\n][^\r\n]*)*");
+        const QString block =
+            heading + item + QStringLiteral("(\r\n\r\n") + item + QLatin1Char(')') + QLatin1Char('*');
+        const QRegularExpression layout(QStringLiteral("\\A") + block + QStringLiteral("(\r\n\r\n\r\n") +
+                                        block + QStringLiteral(")*\r\n\\z"));
+        QVERIFY(layout.match(text).hasMatch());
         QStringList versions;
-        for (int i = 0; i + 1 < lines.size(); ++i) {
-            const QString& line = lines.at(i);
-            if (const auto m = heading.match(line); m.hasMatch()) {
-                versions << m.captured(1);
-                QVERIFY2(lines.at(i + 1).isEmpty(), qPrintable(line));
-                QVERIFY2(i == 0 || (i >= 3 && lines.at(i - 1).isEmpty() && lines.at(i - 2).isEmpty() &&
-                                    !lines.at(i - 3).isEmpty()),
-                         qPrintable(line));
-            } else if (line.startsWith(QLatin1Char('-'))) {
-                QVERIFY2(line.startsWith(QStringLiteral("- ")) && lines.at(i - 1).isEmpty() &&
-                             !lines.at(i - 2).isEmpty(),
-                         qPrintable(line));
-            }
-        }
+        for (const auto& m : QRegularExpression(heading).globalMatch(text))
+            versions << m.captured(1);
         QCOMPARE(versions.size(), 14);
         QCOMPARE(versions.first(), QStringLiteral("0.152"));
         QCOMPARE(versions.last(), QStringLiteral("0.131"));
