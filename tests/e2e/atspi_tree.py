@@ -3,16 +3,14 @@ reader sees it, and fails for any control a user can operate that has no name or
 switched on, no design name; our own controls must show the role, name and action a screen reader
 expects."""
 import sys
-import tempfile
 
 import pyatspi
 
-from atspi_main_window import by_design_name, find_app, prepare, press, report, start, stop, wait_for, walk, window
+from desktop import MAIN_TITLE, by_design_name, press, run, the_app, wait_for, walk, window
 
 # Roles of things a user operates; labels, panels and fillers are read, not operated.
 OPERABLE = {"push button", "check box", "radio button", "slider", "text", "list", "combo box", "page tab",
             "menu item", "check menu item", "spin button", "table", "tree table"}
-
 
 # Our own controls as a screen reader must see them: design name -> (roles, name, an action it offers).
 CUSTOM = {
@@ -25,73 +23,58 @@ CUSTOM = {
 }
 
 
-def check_custom(win, failures):
+def check_custom(r, win):
     found = {n.description: n for n in walk(win) if n.description in CUSTOM}
     for design, (roles, name, action) in CUSTOM.items():
         node = found.get(design)
         if node is None:
-            failures.append("%s not in the tree" % design)
+            r.failures.append("%s not in the tree" % design)
             continue
         role = node.getRoleName()
-        if role not in roles:
-            failures.append("%s has role %r" % (design, role))
-        if name is not None and node.name != name:
-            failures.append("%s is named %r" % (design, node.name))
-        if not node.getState().contains(pyatspi.STATE_FOCUSABLE) and role != "image" and role != "graphic":
-            failures.append("%s cannot take the keyboard focus" % design)
+        r.expect(role in roles, "%s has role %r" % (design, role))
+        r.expect(name is None or node.name == name, "%s is named %r" % (design, node.name))
+        r.expect(node.getState().contains(pyatspi.STATE_FOCUSABLE) or role in ("image", "graphic"),
+                 "%s cannot take the keyboard focus" % design)
         if action is not None:
             actions = node.queryAction()
-            names = [actions.getName(i) for i in range(actions.nActions)]
-            if action.lower() not in [n.lower() for n in names]:
-                failures.append("%s offers %r, not %r" % (design, names, action))
+            names = [actions.getName(i).lower() for i in range(actions.nActions)]
+            r.expect(action.lower() in names, "%s offers %r, not %r" % (design, names, action))
         if design == "sldVol":
             value = node.queryValue()
-            if (value.minimumValue, value.maximumValue) != (0, 255) or not 0 <= value.currentValue <= 255:
-                failures.append("%s range %r..%r" % (design, value.minimumValue, value.maximumValue))
+            r.expect((value.minimumValue, value.maximumValue) == (0, 255) and 0 <= value.currentValue <= 255,
+                     "%s range %r..%r" % (design, value.minimumValue, value.maximumValue))
 
 
-def dump(win, failures):
+def dump(r, win):
     print("== %s" % win.name)
     for node in walk(win):
         role = node.getRoleName()
         if role == "list item" or role == "table cell":
             continue  # rows are named by their text
-        parent = node.parent
-        if parent is not None and parent.getRoleName() == "combo box":
+        if node.parent is not None and node.parent.getRoleName() == "combo box":
             continue  # the drop-down list of a combo box belongs to Qt
         print("%-14s %-40r %r" % (role, node.name, node.description))
         if role in OPERABLE:
-            if not node.name.strip():
-                failures.append("%s: %s %r has no name" % (win.name, role, node.description))
-            if not node.description and role not in ("menu item", "page tab"):
-                failures.append("%s: %s %r has no design name" % (win.name, role, node.name))
+            r.expect(node.name.strip(), "%s: %s %r has no name" % (win.name, role, node.description))
+            r.expect(node.description or role in ("menu item", "page tab"),
+                     "%s: %s %r has no design name" % (win.name, role, node.name))
 
 
-def main():
-    folder = tempfile.mkdtemp(prefix="tavo-tree-")
-    config, _ = prepare(folder)
-    program, runtime = start(folder, config)
-    failures = []
-    try:
-        app = wait_for("the program on the accessibility bus", find_app)
-        main_window = wait_for("the main window", lambda: window(app, "Tavo MP3 Player!"))
-        wait_for("the loaded list", lambda: "Songs" in by_design_name(main_window, "FStatus").name)
-        press(by_design_name(main_window, "BPlaylist2"))
-        second = wait_for("Playliste 2", lambda: window(app, "Playliste 2"))
-        settings_entry = wait_for("the settings menu entry", lambda: by_design_name(main_window, "MenuEinstellungen"))
-        press(settings_entry)
-        settings = wait_for("the settings window", lambda: next(
-            (app.getChildAtIndex(i) for i in range(app.childCount)
-             if app.getChildAtIndex(i).description == "TavoMP3Settings"), None))
-        for win in (main_window, settings, second):
-            dump(win, failures)
-        check_custom(main_window, failures)
-    except AssertionError as e:
-        failures.append(str(e))
-    finally:
-        stop(program, runtime)
-    return report(failures)
+def test(r):
+    r.start()
+    app = the_app()
+    main_window = wait_for("the main window", lambda: window(app, MAIN_TITLE))
+    wait_for("the loaded list", lambda: "Songs" in by_design_name(main_window, "FStatus").name)
+    press(by_design_name(main_window, "BPlaylist2"))
+    second = wait_for("Playliste 2", lambda: window(app, "Playliste 2"))
+    press(wait_for("the settings menu entry", lambda: by_design_name(main_window, "MenuEinstellungen")))
+    settings = wait_for("the settings window", lambda: next(
+        (app.getChildAtIndex(i) for i in range(app.childCount)
+         if app.getChildAtIndex(i).description == "TavoMP3Settings"), None))
+    for win in (main_window, settings, second):
+        dump(r, win)
+    check_custom(r, main_window)
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(run(test))

@@ -6,41 +6,11 @@ import os
 import shutil
 import subprocess
 import sys
-import tempfile
 import threading
-import time
 
-import pyatspi
-
-from atspi_main_window import find_app, quit_player, report, start, stop, wait_for, write_silent_mp3
+from desktop import MAIN_TITLE, find_app, quit_player, run, wait_for, window
 
 PLAYER = "TavoMP3Player"
-
-
-def prepare(folder):
-    config = os.path.join(folder, "config")
-    os.makedirs(os.path.join(config, "TavoMP3Player"))
-    os.makedirs(os.path.join(config, "mpv"))
-    with open(os.path.join(config, "mpv", "mpv.conf"), "w") as f:
-        f.write("ao=null\n")
-    music = os.path.join(folder, "Musik")
-    os.makedirs(music)
-    lines = []
-    # The weighted pick draws from all entries but the last and never takes priority 0: with shuffle on,
-    # "Erstes Lied" is the only song Next can choose.
-    for name, priority in (("Erstes Lied", 5), ("Zweites Lied", 0), ("Drittes Lied", 5)):
-        path = os.path.join(music, name + ".mp3")
-        write_silent_mp3(path, frames=120)  # about three seconds
-        lines.append("%s:%d\r\n" % (path, priority))
-    playlist = os.path.join(folder, "liste.txt")
-    with open(playlist, "w", newline="") as f:
-        f.write("".join(lines))
-    mpv = shutil.which("mpv") or "/usr/bin/mpv"
-    ini = os.path.join(config, "TavoMP3Player", "TavoMP3Player.ini")
-    with open(ini, "w") as f:
-        f.write("[Settings]\nPlaylistFile=%s\nWinampPath=%s\nUserMP3Directory=%s\nCurrentPlaylistPosition=1\n"
-                % (playlist, mpv, music))
-    return config, ini
 
 
 def call(method):
@@ -51,9 +21,7 @@ def call(method):
 
 def window_showing():
     app = find_app()
-    return app is not None and any(
-        w is not None and w.name == "Tavo MP3 Player!" and w.getState().contains(pyatspi.STATE_SHOWING)
-        for w in (app.getChildAtIndex(i) for i in range(app.childCount)))
+    return app is not None and window(app, MAIN_TITLE, showing=True) is not None
 
 
 def playerctl(*args):
@@ -83,35 +51,23 @@ def follow():
     return proc, lines
 
 
-def main():
-    for tool in ("playerctl", "stdbuf"):
-        if not shutil.which(tool):
-            print("SKIP: %s is not installed (scripts/deps.sh installs it)" % tool)
-            return 77
-    folder = tempfile.mkdtemp(prefix="tavo-mpris-")
-    config, ini = prepare(folder)
-    # Started into the notification area: the controls work without the window.
-    program, runtime = start(folder, config, words=["start"])
-    watcher = None
-    failures = []
-
+def test(r):
     def expect(what, got, wanted):
         print("%s: %r" % (what, got))
-        if got != wanted:
-            failures.append("%s: %r, expected %r" % (what, got, wanted))
+        r.expect(got == wanted, "%s: %r, expected %r" % (what, got, wanted))
 
+    # Started into the notification area: the controls work without the window.
+    r.start("start")
+    wait_for("the player controls on the session bus", lambda: value("status") == "Stopped", timeout=30)
+    expect("trackid before any song", meta("mpris:trackid"), "/org/mpris/MediaPlayer2/TrackList/NoTrack")
+    watcher, announced = follow()
     try:
-        wait_for("the player controls on the session bus", lambda: value("status") == "Stopped", timeout=30)
-        expect("trackid before any song", meta("mpris:trackid"),
-               "/org/mpris/MediaPlayer2/TrackList/NoTrack")
-        watcher, announced = follow()
-
         # Play from a stop starts the marked line (the saved position), priority 0 or not. While the
         # program still starts its player, Play is refused (without a player) and does nothing.
         wait_for("play accepted", lambda: playerctl("play")[0] == 0)
         wait_for("the second song playing", lambda: value("status") == "Playing" and title() == "Zweites Lied")
         expect("trackid", meta("mpris:trackid"), "/example/tavomp3/player/track/1_1")
-        expect("url", meta("xesam:url"), "file://" + folder + "/Musik/Zweites%20Lied.mp3")
+        expect("url", meta("xesam:url"), "file://" + r.folder + "/Musik/Album/Zweites%20Lied.mp3")
         wait_for("the length in microseconds", lambda: meta("mpris:length") == "3000000")
 
         # The song ends and the program goes on by itself: the desktop is told.
@@ -135,35 +91,33 @@ def main():
             wait_for("%s -> %s" % (command, status), lambda: value("status") == status)
 
         # Without a player the command is refused with a reason, and the program goes on.
-        quit_player(os.path.join(runtime, "tavomp3-mpv.sock"))
+        quit_player(r.runtime)
         refusal = wait_for("the refusal without a player", lambda: (
-            lambda r: r[2] if r[0] != 0 else None)(playerctl("play")))
+            lambda answer: answer[2] if answer[0] != 0 else None)(playerctl("play")))
         print("without a player:", refusal)
-        if "es läuft kein Player" not in refusal:
-            failures.append("refusal reads %r" % refusal)
+        r.expect("es läuft kein Player" in refusal, "refusal reads %r" % refusal)
 
         # Raise brings the window back from the notification area.
-        if window_showing():
-            failures.append("the window shows although started with 'start'")
+        r.expect(not window_showing(), "the window shows although started with 'start'")
         call("org.mpris.MediaPlayer2.Raise")
         wait_for("the window raised", window_showing)
 
         # Quit closes the program as "Beenden" does: the settings keep the slider and the flag.
         call("org.mpris.MediaPlayer2.Quit")
-        program.wait(20)
-        settings = open(ini, encoding="utf-8").read()
+        r.program.wait(20)
+        settings = open(os.path.join(r.config, "TavoMP3Player", "TavoMP3Player.ini"), encoding="utf-8").read()
         for line in ("Volume=128", "ShuffleStatus=True"):
-            if line not in settings:
-                failures.append("settings lack %r" % line)
+            r.expect(line in settings, "settings lack %r" % line)
         print("announced:", "".join(announced).replace("\n", " | "))
-    except (AssertionError, OSError, subprocess.SubprocessError) as e:
-        failures.append(str(e))
     finally:
-        if watcher:
-            watcher.terminate()
-        stop(program, runtime)
-    return report(failures)
+        watcher.terminate()
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    for tool in ("playerctl", "stdbuf"):
+        if not shutil.which(tool):
+            print("SKIP: %s is not installed (scripts/deps.sh installs it)" % tool)
+            sys.exit(77)
+    # The weighted pick draws from all entries but the last and never takes priority 0: with shuffle on,
+    # "Erstes Lied" is the only song Next can choose. The songs last about three seconds.
+    sys.exit(run(test, priorities=(5, 0, 5)))

@@ -4,19 +4,13 @@ at once) still gets the icon; without any panel, "start" must leave the window r
 import shutil
 import subprocess
 import sys
-import tempfile
 
-from atspi_main_window import prepare, report, start, stop, wait_for
-
-MAIN_TITLE = "Tavo MP3 Player!"
+from desktop import MAIN_TITLE, run, wait_for
 
 
 def main_window_state():
     out = subprocess.run(["xwininfo", "-name", MAIN_TITLE], capture_output=True, text=True).stdout
-    for line in out.splitlines():
-        if "Map State:" in line:
-            return line.split(":", 1)[1].strip()
-    return None
+    return next((line.split(":", 1)[1].strip() for line in out.splitlines() if "Map State:" in line), None)
 
 
 def icon_in_panel():
@@ -34,38 +28,27 @@ def icon_in_panel():
     return False
 
 
-def main():
-    if not shutil.which("trayer") or not shutil.which("xwininfo"):
-        print("SKIP: trayer and xwininfo are needed (scripts/deps.sh installs them)")
-        return 77
-    folder = tempfile.mkdtemp(prefix="tavo-tray-")
-    config, _ = prepare(folder)
-    failures = []
-    tray = None
-    program, runtime = start(folder, config, words=["start"])
+def test(r):
+    r.start("start")
+    state = wait_for("the main window", lambda: main_window_state() == "IsViewable" and "IsViewable")
+    print("without a panel, after start:", state)
+    tray = subprocess.Popen(["trayer", "--edge", "top", "--align", "right", "--widthtype", "request",
+                             "--height", "24"])
     try:
-        state = wait_for("the main window", lambda: main_window_state() == "IsViewable" and "IsViewable")
-        print("without a panel, after start:", state)
-        tray = subprocess.Popen(["trayer", "--edge", "top", "--align", "right", "--widthtype", "request",
-                                 "--height", "24"])
         wait_for("the icon in the panel that started later", icon_in_panel)
         print("icon embedded in the later panel")
-        stop(program, runtime)
-
-        program, runtime = start(folder, config, words=["start"])
+        r.stop()
+        r.start("start")
         wait_for("the icon of the second start", icon_in_panel)
         state = main_window_state()
         print("with a panel, after start:", state)
-        if state == "IsViewable":
-            failures.append("start shows the window although the icon is in the panel")
-    except AssertionError as e:
-        failures.append(str(e))
+        r.expect(state != "IsViewable", "start shows the window although the icon is in the panel")
     finally:
-        stop(program, runtime)
-        if tray is not None:
-            tray.terminate()
-    return report(failures)
+        tray.terminate()
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    if not shutil.which("trayer") or not shutil.which("xwininfo"):
+        print("SKIP: trayer and xwininfo are needed (scripts/deps.sh installs them)")
+        sys.exit(77)
+    sys.exit(run(test))

@@ -3,6 +3,9 @@
 #include "support/ReleaseSigner.h"
 #include "support/TestServices.h"
 #include "update/UpdateCheckSchedule.h"
+#include "update/VersionHistory.h"
+#include "update/widgets/TavoMP3About.h"
+#include "update/widgets/TavoMP3News.h"
 #include "update/widgets/TavoMP3Update.h"
 
 #include <QAction>
@@ -12,20 +15,29 @@
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QRegularExpression>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
-// The update window and its place in the main window: menu entry, timed check, hand-over.
+namespace {
+const QString kList = QStringLiteral("/TavoMP3/Downloads/Versions.txt");
+}
+
+// The windows of the update folder and their place in the main window: menu entries, the timed
+// check and its question, the update window's log and progress, the news and about windows.
 class tst_UpdateWindow : public QObject {
     Q_OBJECT
 
     QTemporaryDir m_dir;
     ReleaseSigner m_signer;
+    TestServices* m_t = nullptr;
+    LocalHttpServer* m_server = nullptr;
 
-    UpdateConfig config(const LocalHttpServer& server) const {
+    UpdateConfig config() const {
         UpdateConfig c;
-        c.server = server.hostPort();
+        c.server = m_server->hostPort();
         c.publicKey = m_signer.publicKey();
         c.programFolder = m_dir.path();
         c.ownName = QStringLiteral("TavoMP3Player");
@@ -41,33 +53,76 @@ class tst_UpdateWindow : public QObject {
     }
 
 private slots:
-    void layoutAndCaptions() {
-        TestServices t;
-        LocalHttpServer server;
-        QVERIFY(server.listen());
-        TavoMP3Update w(t.services, config(server));
-        QCOMPARE(w.objectName(), QStringLiteral("TavoMP3Update"));
-        QCOMPARE(w.BStart->text(), QStringLiteral("&Start"));
-        QCOMPARE(w.BCancel->text(), QStringLiteral("&Abbrechen"));
-        QCOMPARE(w.LWelcome->text(),
-                 QStringLiteral("Willkommen beim automatischen Update von Tavo MP3. Bitte stellen "
-                                "Sie, falls nicht schon vorhanden, eine Internetverbindung her "
-                                "und beginnen das Update"));
-        QCOMPARE(w.LTimeoutCaption->text(), QStringLiteral("Timeout:"));
-        QCOMPARE(w.FLog->toPlainText(), QString());
-        QVERIFY(!w.check().download().TimerTimeout->isActive());
+    void init() {
+        m_t = new TestServices;
+        m_server = new LocalHttpServer(this);
+        QVERIFY(m_server->listen());
+    }
+    void cleanup() {
+        delete m_server;
+        delete m_t;
+    }
+
+    void menuEntriesOpenTheWindows() {
+        TavoMP3PlayerMain main(m_t->services);
+        main.load();
+        const QList<QPair<QAction*, QWidget*>> entries = {{main.MenuNews, &main.newsWindow()},
+                                                          {main.MenuAbout, &main.aboutWindow()},
+                                                          {main.MenuUpdate, &main.updateWindow()}};
+        for (const auto& [entry, window] : entries) {
+            QVERIFY(main.menuBar()->actions().contains(entry));
+            QVERIFY(!window->isVisible()); // created hidden, e.g. to take the colours
+            entry->trigger();
+            QVERIFY2(window->isVisible(), qPrintable(entry->objectName()));
+        }
+        QCOMPARE(main.updateWindow().windowTitle(), QStringLiteral("Tavo MP3 Player! Update"));
+        QCOMPARE(main.aboutWindow().Version->text(),
+                 QStringLiteral("Version %1.%2").arg(TAVO_VERSION_MAJOR).arg(TAVO_VERSION_MINOR));
+        QVERIFY(m_t->dialogs.questions.isEmpty());
+        screenshot(main.newsWindow(), "news-window.png");
+        screenshot(main.aboutWindow(), "about-window.png");
+    }
+
+    // The history as the user reads it: one spot check of a tricky passage, and its layout.
+    void historyLayout() {
+        TavoMP3News news;
+        const QString text = news.historyText();
+        QCOMPARE(text, VersionHistory::text());
+        QCOMPARE(news.FHistory->toPlainText(),
+                 QString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
+        QVERIFY(text.contains(
+            QStringLiteral("Bitrate-Verteilungs-Histogram \r\nMPInfo Aktivierung: \"MP3Info.dll\" einfach in "
+                           "Windows oder Player Verzeichnis legen... \r\n\r\n- Automatische Prüfung")));
+        // Headings newest first, each followed by one empty line; items ("- ", continued on lines of
+        // their own) one empty line apart; two empty lines before the next heading; CR LF throughout.
+        const QString heading =
+            QStringLiteral("---- Version (0\\.\\d{3}) / \\d\\d\\.\\d\\d\\.\\d{4} -{16}\r\n\r\n");
+        const QString item = QStringLiteral("- [^\r\n]+(\r\n[^-\r\n][^\r\n]*)*");
+        const QString block =
+            heading + item + QStringLiteral("(\r\n\r\n") + item + QLatin1Char(')') + QLatin1Char('*');
+        const QRegularExpression layout(QStringLiteral("\\A") + block + QStringLiteral("(\r\n\r\n\r\n") +
+                                        block + QStringLiteral(")*\r\n\\z"));
+        QVERIFY(layout.match(text).hasMatch());
+        QStringList versions;
+        for (const auto& m : QRegularExpression(heading).globalMatch(text))
+            versions << m.captured(1);
+        QCOMPARE(versions.size(), 14);
+        QCOMPARE(versions.first(), QStringLiteral("0.152"));
+        QCOMPARE(versions.last(), QStringLiteral("0.131"));
+        for (int i = 1; i < versions.size(); ++i)
+            QVERIFY2(versions.at(i - 1) > versions.at(i), qPrintable(versions.at(i))); // newest first
+        // The box takes the field colours.
+        news.SetColorFieldBackground(QColor(20, 20, 60));
+        QCOMPARE(news.FHistory->palette().color(QPalette::Base), QColor(20, 20, 60));
     }
 
     void startShowsTheWholeCheck() {
-        TestServices t;
-        LocalHttpServer server;
-        QVERIFY(server.listen());
         const QByteArray updater(300 * 1024, 'u');
-        server.setBody(QStringLiteral("/TavoMP3/Downloads/Versions.txt"),
-                       m_signer.versionList("0.160", "5", {{UpdateConfig::updaterFileName(), updater}}));
-        server.setReply(QStringLiteral("/TavoMP3/Downloads/") + UpdateConfig::updaterFileName(),
-                        LocalHttpServer::Reply{LocalHttpServer::ok(updater), 32 * 1024, 5, false});
-        TavoMP3Update w(t.services, config(server));
+        m_server->setBody(kList,
+                          m_signer.versionList("0.160", "5", {{UpdateConfig::updaterFileName(), updater}}));
+        m_server->setReply(QStringLiteral("/TavoMP3/Downloads/") + UpdateConfig::updaterFileName(),
+                           LocalHttpServer::Reply{LocalHttpServer::ok(updater), 32 * 1024, 5, false});
+        TavoMP3Update w(m_t->services, config());
         w.show();
         QTest::mouseClick(w.BStart, Qt::LeftButton);
         QVERIFY(QTest::qWaitFor(
@@ -96,16 +151,13 @@ private slots:
     }
     void cancelEndsDownloadAndTimeout() {
         QFETCH(bool, byCloseBox);
-        TestServices t;
-        LocalHttpServer server;
-        QVERIFY(server.listen());
-        server.setReply(QStringLiteral("/TavoMP3/Downloads/Versions.txt"),
-                        LocalHttpServer::Reply{{}, 0, 0, true});
-        TavoMP3Update w(t.services, config(server));
+        m_server->setReply(kList, LocalHttpServer::Reply{{}, 0, 0, true});
+        TavoMP3Update w(m_t->services, config());
         w.check().download().TimerTimeout->setInterval(5);
+        QSignalSpy closed(&w.check().download(), &SocketDownload::downloadClosed);
         w.show();
         QTest::mouseClick(w.BStart, Qt::LeftButton);
-        QVERIFY(QTest::qWaitFor([&] { return !server.requests.isEmpty(); }, 5000));
+        QVERIFY(QTest::qWaitFor([&] { return !m_server->requests.isEmpty(); }, 5000));
         if (byCloseBox)
             w.close();
         else
@@ -116,46 +168,45 @@ private slots:
         w.show();
         QVERIFY(!w.FLog->toPlainText().contains(QStringLiteral("Zeitüberschreitung")));
         QVERIFY(!QFile::exists(w.check().download().partFile()));
+        QCOMPARE(closed.count(), 0); // our own close is not the end of a download
     }
 
-    void mainWindowMenuOpensUpdateWindow() {
-        TestServices t;
-        TavoMP3PlayerMain main(t.services);
-        main.load();
-        QCOMPARE(main.MenuUpdate->text(), QStringLiteral("&Update"));
-        QVERIFY(main.menuBar()->actions().contains(main.MenuUpdate));
-        main.MenuUpdate->trigger();
-        QVERIFY(main.updateWindow().isVisible());
-        QCOMPARE(main.updateWindow().windowTitle(), QStringLiteral("Tavo MP3 Player! Update"));
-    }
-
-    void mainWindowTimedCheckAsksAndStops_data() {
+    // The minute timer reaches the interval: the check runs hidden, asks before anything is
+    // downloaded, and the timer stops whatever the answer.
+    void timedCheckAsks_data() {
         QTest::addColumn<int>("answer");
         QTest::addColumn<bool>("shown");
         QTest::newRow("Ja shows the window") << int(Dialogs::Answer::Yes) << true;
         QTest::newRow("Nein keeps it hidden") << int(Dialogs::Answer::No) << false;
+        QTest::newRow("Abbrechen keeps it hidden") << int(Dialogs::Answer::Cancel) << false;
     }
-    void mainWindowTimedCheckAsksAndStops() {
+    void timedCheckAsks() {
         QFETCH(int, answer);
         QFETCH(bool, shown);
-        TestServices t;
-        LocalHttpServer server;
-        QVERIFY(server.listen());
-        server.setBody(QStringLiteral("/TavoMP3/Downloads/Versions.txt"), m_signer.versionList("0.161", "4"));
-        t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("UpdateMode"), QStringLiteral("1"));
-        t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("UpdateInterval"),
-                               QStringLiteral("1"));
-        t.dialogs.answers << Dialogs::Answer(answer);
-        TavoMP3PlayerMain main(t.services);
-        main.UpdateSource = config(server);
+        m_server->setBody(kList, m_signer.versionList("0.161", "4"));
+        const QString section = QStringLiteral("Settings");
+        m_t->settings.SaveSetting(section, QStringLiteral("UpdateMode"), QStringLiteral("1"));
+        m_t->settings.SaveSetting(section, QStringLiteral("UpdateInterval"), QStringLiteral("1"));
+        m_t->dialogs.answers << Dialogs::Answer(answer);
+        TavoMP3PlayerMain main(m_t->services);
+        main.UpdateSource = config();
         main.load();
         QVERIFY(main.updateSchedule().TimerCheck->isActive());
         QCOMPARE(main.FCheck->text(), QStringLiteral("0/1"));
         main.updateSchedule().TimerCheckTimer(); // the first minute reaches the interval
-        QCOMPARE(main.FCheck->text(), QStringLiteral("0/1"));
-        QVERIFY(QTest::qWaitFor([&] { return !t.dialogs.questions.isEmpty(); }, 10000));
-        QCOMPARE(t.dialogs.questions.first().title, QStringLiteral("Neue Version"));
+        QVERIFY(QTest::qWaitFor([&] { return !m_t->dialogs.questions.isEmpty(); }, 10000));
+        const auto& q = m_t->dialogs.questions.first();
+        QCOMPARE(q.title, QStringLiteral("Neue Version"));
+        QCOMPARE(q.text,
+                 QStringLiteral("Es ist eine neue Version (0.161) von TavoMP3 Player verfügbar!\r\n\r\n"
+                                "Möchten Sie den Updatevorgang starten?"));
+        QCOMPARE(q.buttons, Dialogs::Buttons::YesNoCancel);
         QCOMPARE(main.updateWindow().isVisible(), shown);
+        QCOMPARE(main.updateWindow().FLog->toPlainText(), QString()); // the hidden check logged nothing
+        QCOMPARE(
+            m_t->settings.GetSetting(section, QStringLiteral("LastUpdateCheckStatus"), QStringLiteral("-")),
+            QString());
+        QCOMPARE(m_server->requestedPaths, QStringList{kList});
         QVERIFY(!main.updateSchedule().TimerCheck->isActive());
     }
 };

@@ -15,13 +15,13 @@ QByteArray script(const QByteArray& word) {
     return "#!/bin/sh\necho " + word + " > \"$(dirname \"$0\")/started.txt\"\nexec sleep 5\n";
 }
 
-bool writeFile(const QString& name, const QByteArray& bytes, QFileDevice::Permissions perms = {}) {
+bool writeFile(const QString& name, const QByteArray& bytes, bool executable = false) {
     QFile f(name);
     if (!f.open(QIODevice::WriteOnly | QIODevice::Truncate))
         return false;
     f.write(bytes);
     f.close();
-    return perms == QFileDevice::Permissions() || f.setPermissions(perms);
+    return !executable || f.setPermissions(f.permissions() | QFileDevice::ExeOwner | QFileDevice::ExeUser);
 }
 
 QByteArray fileBytes(const QString& name) {
@@ -29,9 +29,8 @@ QByteArray fileBytes(const QString& name) {
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
 }
 
-const QFileDevice::Permissions kExecutable = QFileDevice::ReadOwner | QFileDevice::WriteOwner |
-                                             QFileDevice::ExeOwner | QFileDevice::ReadUser |
-                                             QFileDevice::WriteUser | QFileDevice::ExeUser;
+// The exit code standing for an updater that still waits, in its message box, for the user.
+constexpr int kWaitsForTheUser = -2;
 
 } // namespace
 
@@ -45,26 +44,25 @@ private:
         QTemporaryDir dir;
         ReleaseSigner signer;
         QString player = dir.filePath(QStringLiteral("TavoMP3Player"));
-        QString updated() const { return dir.filePath(QStringLiteral("TavoMP3Player.tmp")); }
-        QString marker() const { return dir.filePath(QStringLiteral("started.txt")); }
-        QString list() const { return dir.filePath(QStringLiteral("TavoMP3Versions.txt")); }
-        QString configFile() const {
-            return dir.filePath(QStringLiteral("config/TavoMP3Player/TavoMP3Player.ini"));
-        }
+        QString updated = dir.filePath(QStringLiteral("TavoMP3Player.tmp"));
+        QString marker = dir.filePath(QStringLiteral("started.txt"));
+        QString list = dir.filePath(QStringLiteral("TavoMP3Versions.txt"));
+        QString configFile = dir.filePath(QStringLiteral("config/TavoMP3Player/TavoMP3Player.ini"));
         void prepare(const QByteArray& download, SettingsStore& s,
                      const QString& toUpdate = QStringLiteral("1")) {
-            QVERIFY(writeFile(player, script("old"), kExecutable));
-            QVERIFY(writeFile(updated(), download)); // downloaded files carry no execute bit
-            QVERIFY(writeFile(list(),
+            QVERIFY(writeFile(player, script("old"), true));
+            QVERIFY(writeFile(updated, download)); // downloaded files carry no execute bit
+            QVERIFY(writeFile(list,
                               signer.versionList("9.9", "99", {{UpdateConfig::playerFileName(), download}})));
             s.SaveSetting(QStringLiteral("Update"), QStringLiteral("PlayerPath"), player);
-            s.SaveSetting(QStringLiteral("Update"), QStringLiteral("PlayerPathUpdated"), updated());
+            s.SaveSetting(QStringLiteral("Update"), QStringLiteral("PlayerPathUpdated"), updated);
             s.SaveSetting(QStringLiteral("Update"), QStringLiteral("PlayerToUpdate"), toUpdate);
         }
     };
 
-    // Runs the real updater program with its settings and key in the setup's folder.
-    static int runUpdater(const Setup& s, QByteArray* errors) {
+    // Runs the real updater program with its settings and key in the setup's folder. Without
+    // "--silent" its messages are boxes on the screen: one that is still open is closed here.
+    static int runUpdater(const Setup& s, bool silent, QByteArray* errors) {
         QProcess p;
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
         env.insert(QStringLiteral("XDG_CONFIG_HOME"), s.dir.filePath(QStringLiteral("config")));
@@ -72,35 +70,45 @@ private:
         env.insert(QStringLiteral("TAVOMP3_UPDATE_PUBLIC_KEY"), s.signer.publicKey());
         p.setProcessEnvironment(env);
         p.start(qEnvironmentVariable("TAVO_BUILD_DIR") + QStringLiteral("/TavoMP3Update"),
-                {QStringLiteral("--silent")});
-        if (!p.waitForFinished(60000))
-            return -1;
+                silent ? QStringList{QStringLiteral("--silent")} : QStringList{});
+        const bool ended = p.waitForFinished(silent ? 60000 : 2000);
         *errors = p.readAllStandardError();
-        return p.exitCode();
+        if (!ended) {
+            p.kill();
+            p.waitForFinished();
+            return silent ? -1 : kWaitsForTheUser;
+        }
+        return p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
     }
 
 private slots:
     // Each case through the real updater program; on every refusal the old player stays and runs.
     void replacement_data() {
         QTest::addColumn<QString>("fault");
+        QTest::addColumn<bool>("silent");
         QTest::addColumn<int>("exitCode");
         QTest::addColumn<QByteArray>("started"); // which player runs afterwards; empty = none
         QTest::addColumn<QString>("message");
-        QTest::newRow("good") << QString() << 0 << QByteArray("new") << QString();
-        QTest::newRow("nothing to do") << "nothing to do" << 0 << QByteArray() << QString();
-        QTest::newRow("new player does not start")
-            << "exits at once" << 1 << QByteArray("old") << "Die bisherige Version wurde wiederhergestellt";
+        QTest::newRow("good") << QString() << true << 0 << QByteArray("new") << QString();
+        QTest::newRow("nothing to do") << "nothing to do" << true << 0 << QByteArray() << QString();
+        QTest::newRow("new player does not start") << "exits at once" << true << 1 << QByteArray("old")
+                                                   << "Die bisherige Version wurde wiederhergestellt";
         QTest::newRow("download changed after the check")
-            << "tampered" << 1 << QByteArray("old") << "Die Signatur von TavoMP3Player ist ungültig";
-        QTest::newRow("download cut short") << "truncated" << 1 << QByteArray("old") << "statt";
-        QTest::newRow("download missing") << "missing" << 1 << QByteArray("old") << "fehlt";
+            << "tampered" << true << 1 << QByteArray("old") << "Die Signatur von TavoMP3Player ist ungültig";
+        QTest::newRow("download cut short") << "truncated" << true << 1 << QByteArray("old") << "statt";
+        QTest::newRow("download missing") << "missing" << true << 1 << QByteArray("old") << "fehlt";
         QTest::newRow("list signed by another key")
-            << "stranger" << 1 << QByteArray("old") << "Signatur der Versionsliste ist ungültig";
+            << "stranger" << true << 1 << QByteArray("old") << "Signatur der Versionsliste ist ungültig";
         QTest::newRow("program folder not writable")
-            << "unwritable" << 1 << QByteArray() << "ist für Sie nicht beschreibbar";
+            << "unwritable" << true << 1 << QByteArray() << "ist für Sie nicht beschreibbar";
+        // Started by the player (without "--silent"), a refusal waits in a message box for the
+        // user; the old player is started once it is answered.
+        QTest::newRow("refusal shown in a window")
+            << "stranger" << false << kWaitsForTheUser << QByteArray() << QString();
     }
     void replacement() {
         QFETCH(QString, fault);
+        QFETCH(bool, silent);
         QFETCH(int, exitCode);
         QFETCH(QByteArray, started);
         QFETCH(QString, message);
@@ -108,7 +116,7 @@ private slots:
         const QByteArray signedDownload =
             fault == QLatin1String("exits at once") ? QByteArray("#!/bin/sh\nexit 1\n") : script("new");
         {
-            IniSettingsStore store(s.configFile());
+            IniSettingsStore store(s.configFile);
             s.prepare(signedDownload, store,
                       fault == QLatin1String("nothing to do") ? QStringLiteral("0") : QStringLiteral("1"));
             if (fault == QLatin1String("unwritable"))
@@ -116,20 +124,21 @@ private slots:
                                   QStringLiteral("/proc/self/TavoMP3Player")); // not even root writes there
         }
         if (fault == QLatin1String("tampered"))
-            QVERIFY(writeFile(s.updated(), script("bad")));
+            QVERIFY(writeFile(s.updated, script("bad")));
         else if (fault == QLatin1String("truncated"))
-            QVERIFY(writeFile(s.updated(), signedDownload.left(10)));
+            QVERIFY(writeFile(s.updated, signedDownload.left(10)));
         else if (fault == QLatin1String("missing"))
-            QVERIFY(QFile::remove(s.updated()));
+            QVERIFY(QFile::remove(s.updated));
         else if (fault == QLatin1String("stranger"))
-            QVERIFY(
-                writeFile(s.list(), ReleaseSigner().versionList(
-                                        "9.9", "99", {{UpdateConfig::playerFileName(), signedDownload}})));
+            QVERIFY(writeFile(s.list, ReleaseSigner().versionList(
+                                          "9.9", "99", {{UpdateConfig::playerFileName(), signedDownload}})));
 
         QByteArray errors;
-        QCOMPARE(runUpdater(s, &errors), exitCode);
-        QVERIFY2(message.isEmpty() ? !errors.contains("TavoMP3 Update: ")
-                                   : QString::fromLocal8Bit(errors).contains(message),
+        QCOMPARE(runUpdater(s, silent, &errors), exitCode);
+        const QString said = QString::fromLocal8Bit(errors);
+        QVERIFY2(message.isEmpty()
+                     ? !said.contains(QStringLiteral("TavoMP3 Update: "))
+                     : said.contains(QStringLiteral("TavoMP3 Update: Die ")) && said.contains(message),
                  errors.constData());
         const bool replaced = started == "new";
         QCOMPARE(fileBytes(s.player), replaced ? signedDownload : script("old"));
@@ -137,11 +146,11 @@ private slots:
         QVERIFY(!QFile::exists(s.player + QStringLiteral(".old")));
         if (started.isEmpty()) {
             QTest::qWait(300);
-            QVERIFY(!QFile::exists(s.marker()));
+            QVERIFY(!QFile::exists(s.marker));
         } else {
-            QVERIFY(QTest::qWaitFor([&] { return fileBytes(s.marker()) == started + '\n'; }, 10000));
+            QVERIFY(QTest::qWaitFor([&] { return fileBytes(s.marker) == started + '\n'; }, 10000));
         }
-        IniSettingsStore store(s.configFile());
+        IniSettingsStore store(s.configFile);
         QCOMPARE(store.GetSetting(QStringLiteral("Update"), QStringLiteral("PlayerToUpdate"), QString()) ==
                      QLatin1String("0"),
                  replaced || fault == QLatin1String("nothing to do") ||
@@ -168,15 +177,16 @@ private slots:
 
     void detectsARunningProgram() {
         Setup s;
-        QVERIFY(QFile::copy(QStringLiteral("/bin/sleep"), s.dir.filePath(QStringLiteral("sleeper"))));
+        const QString sleeper = s.dir.filePath(QStringLiteral("sleeper"));
+        QVERIFY(QFile::copy(QStringLiteral("/bin/sleep"), sleeper));
         QProcess p;
-        p.start(s.dir.filePath(QStringLiteral("sleeper")), {QStringLiteral("30")});
+        p.start(sleeper, {QStringLiteral("30")});
         QVERIFY(p.waitForStarted());
-        QVERIFY(PlayerReplacement::programIsRunning(s.dir.filePath(QStringLiteral("sleeper"))));
+        QVERIFY(PlayerReplacement::programIsRunning(sleeper));
         QVERIFY(PlayerReplacement::processAlive(p.processId()));
         p.kill();
         p.waitForFinished();
-        QVERIFY(!PlayerReplacement::programIsRunning(s.dir.filePath(QStringLiteral("sleeper"))));
+        QVERIFY(!PlayerReplacement::programIsRunning(sleeper));
         QVERIFY(!PlayerReplacement::processAlive(p.processId()));
     }
 };
