@@ -19,6 +19,7 @@ TavoMp3Tree::TavoMp3Tree(QWidget* parent) : ColoredWindow(parent, Qt::Window) {
     m_model->setRootPath(QDir::rootPath());
     FTree = new QTreeView(this);
     FTree->setObjectName(QStringLiteral("FTree"));
+    FTree->setAccessibleName(QStringLiteral("Verzeichnisse"));
     FTree->setModel(m_model);
     for (int column = 1; column < m_model->columnCount(); ++column)
         FTree->hideColumn(column);

@@ -18,7 +18,7 @@ QStringList lines(int count, int alphabet, const QString& order = {}) {
         QString s = u"/m/"_s;
         for (int k = int(rng.bounded(6)); k >= 0; --k)
             s += chars.at(int(rng.bounded(quint32(alphabet))));
-        out << (order.isEmpty() ? s : u"/m/%1"_s.arg(i, 6, 10, u'0')) + u".mp3:5"_s;
+        out << (order.isEmpty() ? s : u"/m/%1"_s.arg(i, 6, 10, QLatin1Char('0'))) + u".mp3:5"_s;
     }
     if (order == u"reversed"_s)
         std::reverse(out.begin(), out.end());

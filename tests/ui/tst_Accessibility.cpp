@@ -63,12 +63,10 @@ private slots:
         controls.prepend(&r.w);
         for (QWidget* w : controls) {
             const QString name = w->objectName();
-            // A label's name is its text, whatever it shows at the moment. The folder tree's view has
-            // no spoken name yet and is left out until it gets one.
+            // A label's name is its text, whatever it shows at the moment.
             QAccessibleInterface* a = iface(w);
             if (w->focusPolicy() != Qt::NoFocus && !name.startsWith(QLatin1String("qt_")) && w->isEnabled() &&
-                !qobject_cast<QLabel*>(w) && name != QLatin1String("FTree") && a &&
-                a->text(QAccessible::Name).trimmed().isEmpty())
+                !qobject_cast<QLabel*>(w) && a && a->text(QAccessible::Name).trimmed().isEmpty())
                 wrong << QLatin1String(w->metaObject()->className()) + " has no name";
             if (name.isEmpty())
                 continue;
