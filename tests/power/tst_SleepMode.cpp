@@ -28,10 +28,6 @@ private slots:
         QTest::addColumn<QString>("remembered");
         QTest::newRow("unknown text: case differs")
             << true << u"box"_s << true << u"5 MIN"_s << u"in 4 min"_s << u"5 min"_s;
-        QTest::newRow("unknown text: not offered")
-            << true << u"box"_s << true << u"15 min"_s << u"in 4 min"_s << u"5 min"_s;
-        QTest::newRow("unknown text: empty")
-            << true << u"box"_s << true << u""_s << u"in 4 min"_s << u"5 min"_s;
         QTest::newRow("box checked again: full time")
             << true << u"box"_s << true << u"5 min"_s << u"in 5 min"_s << u"5 min"_s;
         QTest::newRow("box unchecked: stops")
