@@ -108,10 +108,8 @@ private slots:
         const QString file = stick.filePath("list.txt");
         PlaylistFile::writeLines(file, songs());
         MainWindowRig r;
-        r.setting("WinampPath", "/usr/bin/mpv");
-        r.setting("UserMP3Directory", r.dir.path());
         r.setting("PlaylistFile", file);
-        r.w.load();
+        r.load();
         QTest::keyClick(r.w.FPlaylist, Qt::Key_Delete); // marks the list as changed
         const QStringList before = r.w.playlists().PlaylistPaths;
         if (folderGone) {

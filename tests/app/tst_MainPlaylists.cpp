@@ -30,7 +30,6 @@ class tst_MainPlaylists : public QObject {
 
     TempMusicTree m_music{{"ABBA - Gold/Waterloo.mp3", "ABBA - Gold/Dancing Queen.mp3", "Die Ärzte/Junge.mp3",
                            "Die Ärzte/cover.jpg", "Greatest Hits/Song.mp3"}};
-    const QStringList m_built{"1. Dancing Queen", "2. Waterloo", "3. Junge", "4. Song"};
 
     // A window whose list was built from the music folders by its button.
     struct BuiltRig : MainWindowRig {
@@ -135,38 +134,6 @@ private slots:
         QCOMPARE(r.w.FStatus->text(),
                  QStringLiteral("Priorität %1 bei allen markierten Einträgen (2) gesetzt!").arg(digit));
         QVERIFY(!r.w.playlists().PlaylistChanged);
-    }
-
-    void keysOnTheList_data() {
-        QTest::addColumn<QList<int>>("marked");
-        QTest::addColumn<int>("key");
-        QTest::addColumn<int>("modifiers");
-        QTest::addColumn<QStringList>("rows");
-        QTest::addColumn<QList<int>>("markedAfter");
-        QTest::addColumn<QString>("status");
-        QTest::newRow("delete two") << QList<int>{0, 2} << int(Qt::Key_Delete) << 0
-                                    << QStringList{"1. Waterloo", "2. Song"} << QList<int>{}
-                                    << u"2 Einträge gelöscht!"_s;
-        QTest::newRow("delete nothing") << QList<int>{} << int(Qt::Key_Delete) << 0 << m_built << QList<int>{}
-                                        << u"0 Einträge gelöscht!"_s;
-        QTest::newRow("ctrl+a") << QList<int>{1} << int(Qt::Key_A) << int(Qt::ControlModifier) << m_built
-                                << QList<int>{0, 1, 2, 3} << QString();
-    }
-    void keysOnTheList() {
-        QFETCH(QList<int>, marked);
-        QFETCH(int, key);
-        QFETCH(int, modifiers);
-        QFETCH(QStringList, rows);
-        QFETCH(QList<int>, markedAfter);
-        QFETCH(QString, status);
-        BuiltRig r(m_music.root());
-        r.mark(marked);
-        const QString before = r.w.FStatus->text();
-        QTest::keyClick(r.w.FPlaylist, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
-        QCOMPARE(r.rows(), rows);
-        QCOMPARE(r.marked(), markedAfter);
-        QCOMPARE(r.w.FStatus->text(), status.isEmpty() ? before : status);
-        QVERIFY(r.w.findChild<TavoMP3QuickSearch*>() == nullptr);
     }
 
     // A letter or digit typed on the list opens the quick search with it (letters in upper case);
@@ -370,19 +337,6 @@ private slots:
             QCOMPARE(r.w.PlayMode, quint8(0));
         }
         QCOMPARE(r.w.prevSongs().slot(1), qint32(0));
-    }
-
-    void startLoadsTheSecondPlaylistFile() {
-        MainWindowRig r;
-        const QString two = r.writeList(r.songs(2, "b"), "two.txt");
-        r.setting("PlaylistFile2", two);
-        const QString one = r.load(r.songs(3, "a"));
-        QCOMPARE(r.w.playlists().Playlist2Paths, r.songs(2, "b"));
-        QCOMPARE(r.w.Playlist2->FActPlaylist->text(), two);
-        QCOMPARE(r.w.FActPlaylist->text(), one);
-        QVERIFY(r.w.FStatus->text().startsWith("Playliste 2 aus Datei geladen in "));
-        QVERIFY(r.w.PL[1]->isChecked());
-        QVERIFY(!r.w.Playlist2->isVisible());
     }
 };
 

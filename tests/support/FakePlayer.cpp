@@ -4,20 +4,24 @@
 
 #include <QFileInfo>
 
+// The arguments of the logged calls of one routine.
+static QStringList argumentsOf(const QStringList& calls, const QString& routine) {
+    QStringList out;
+    for (const QString& c : calls)
+        if (c.startsWith(routine + QLatin1Char(' ')))
+            out << c.mid(routine.size() + 1);
+    return out;
+}
+
 QList<qint32> FakePlayer::commands() const {
     QList<qint32> ids;
-    for (const QString& c : calls)
-        if (c.startsWith(QLatin1String("Command ")))
-            ids << c.mid(8).toInt();
+    for (const QString& id : argumentsOf(calls, QStringLiteral("Command")))
+        ids << id.toInt();
     return ids;
 }
 
 QStringList FakePlayer::playedFiles() const {
-    QStringList files;
-    for (const QString& c : calls)
-        if (c.startsWith(QLatin1String("PlayFile ")))
-            files << c.mid(9);
-    return files;
+    return argumentsOf(calls, QStringLiteral("PlayFile"));
 }
 
 int FakePlayer::currentLengthSeconds() const {
