@@ -26,20 +26,11 @@ class tst_Desktop : public QObject {
     }
 
 private slots:
-    void songTipIsCutToTheTipField_data() {
-        QTest::addColumn<int>("nameLength");
-        QTest::addColumn<int>("tipLength");
-        QTest::newRow("short") << 10 << 28;
-        QTest::newRow("fits exactly") << 45 << 63;
-        QTest::newRow("one too long") << 46 << 63;
-        QTest::newRow("empty name") << 0 << 18;
-    }
+    // The tip field holds 63 characters.
     void songTipIsCutToTheTipField() {
-        QFETCH(int, nameLength);
-        QFETCH(int, tipLength);
-        const QString tip = TrayModule::songTip(QString(nameLength, QLatin1Char('x')));
-        QCOMPARE(tip.size(), tipLength);
-        QVERIFY(tip.startsWith(QStringLiteral("Tavo MP3 Player!: ")));
+        for (const int length : {0, 10, 45, 46})
+            QCOMPARE(TrayModule::songTip(QString(length, QLatin1Char('x'))),
+                     QStringLiteral("Tavo MP3 Player!: ") + QString(std::min(length, 45), QLatin1Char('x')));
     }
 
     // The icon comes with the load and goes with the close; its menu's default entry restores.

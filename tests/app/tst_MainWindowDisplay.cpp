@@ -156,43 +156,6 @@ private slots:
         }
     }
 
-    // Each report button asks first, then writes its report over the playlist and tells so.
-    void reportButtons_data() {
-        QTest::addColumn<bool>("bitrate");
-        QTest::addColumn<int>("lines");
-        QTest::addColumn<QString>("first");
-        QTest::addColumn<QString>("second");
-        QTest::addColumn<QString>("progress");
-        QTest::addColumn<QString>("status");
-        QTest::newRow("priorities 0..3 of i % 6")
-            << false << 68 << u"Lied 000.mp3 - 0"_s << u"Lied 001.mp3 - 1"_s << u"100/100"_s
-            << u"MP3Prio Report fertig. Benötigte Zeit: "_s;
-        QTest::newRow("bitrate: CBR, then VBR")
-            << true << 101 << u"Ret: 0   BitRate: 128000 bps   VBR: 0   Playtime: 10 s    Zeit: "_s
-            << u" bps   VBR: 1   Playtime: 13 s    Zeit: "_s << u"100/100 - Zeit akt. Lied: "_s
-            << u"Bitrate Report fertig. Benötigte Zeit: "_s;
-    }
-    void reportButtons() {
-        QFETCH(bool, bitrate);
-        QFETCH(int, lines);
-        QFETCH(QString, first);
-        QFETCH(QString, second);
-        QFETCH(QString, progress);
-        QFETCH(QString, status);
-        MainWindowRig r;
-        load(r, m_songs);
-        r.t.dialogs.answers = {Dialogs::Answer::Yes};
-        QTest::mouseClick(bitrate ? r.w.BReportBitrate : r.w.BReportPrio, Qt::LeftButton);
-        const QString path = bitrate ? r.w.BitrateReportPath : r.w.PriorityReportPath;
-        QCOMPARE(r.t.dialogs.questions.size(), 1);
-        QVERIFY(!bitrate || r.t.dialogs.questions.first().text.contains(path + " abgespeichert."));
-        const QStringList written = QString::fromUtf8(readAll(path)).split("\r\n");
-        QCOMPARE(written.size(), lines + 1);
-        QVERIFY2(written.at(0).contains(first) && written.at(1).contains(second),
-                 qPrintable(written.join('|')));
-        QVERIFY(r.w.FTest->text().startsWith(progress) && r.w.FStatus->text().startsWith(status));
-    }
-
     void escapeStopsTheBitrateReportAndClicksWait() {
         MainWindowRig r;
         load(r, m_songs);

@@ -78,8 +78,6 @@ private slots:
         TestServices t;
         TavoMP3PlayerMain w(t.services);
         w.load();
-        QCOMPARE(w.FSleepmodeTime->currentText(), "20 min");
-        QCOMPARE(w.LSleepmode->text(), QString());
         qint64 slept = 1000;
         w.sleepMode().wakeUp.sleptMs = [&slept] { return slept; };
         QCOMPARE(w.sleepMode().TimerSleepmode.interval(), 60000);

@@ -17,14 +17,13 @@ struct MainWindowRig {
     QTemporaryDir dir;
     TestServices t;
     FakePlayer player{t.status};
-    Services services = withPlayer();
-    TavoMP3PlayerMain w{services};
-
-    Services withPlayer() {
+    Services services = [this] {
         Services s = t.services;
         s.player = &player;
         return s;
-    }
+    }();
+    TavoMP3PlayerMain w{services};
+
     void setting(const char* key, const QString& value) {
         t.settings.SaveSetting(QStringLiteral("Settings"), QLatin1String(key), value);
     }
