@@ -84,23 +84,6 @@ class tst_MainPlaylists : public QObject {
 private slots:
     void initTestCase() { QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany)); }
 
-    // The build marks the list changed; an update keeps the priorities the user set.
-    void buildAndUpdateKeepPriority() {
-        TempMusicTree music({"ABBA - Gold/Waterloo.mp3", "ABBA - Gold/Dancing Queen.mp3",
-                             "Die Ärzte/Junge.mp3", "Greatest Hits/Song.mp3"});
-        BuiltRig r(music.root());
-        QVERIFY(r.w.FStatus->text().endsWith("s  -  Einträge: 4"));
-        QVERIFY(r.w.playlists().PlaylistChanged);
-        r.mark({1});
-        r.w.Frame1->FPrio.at(2)->click();
-        music.add({"Neu/Lied.mp3"});
-        music.remove("Die Ärzte/Junge.mp3");
-        r.w.BUpdateList->click();
-        QCOMPARE(r.rows(), (QStringList{"1. Dancing Queen", "2. Waterloo", "3. Song", "4. Lied"}));
-        QCOMPARE(r.w.playlists().PlaylistPaths.at(1), music.line("ABBA - Gold/Waterloo.mp3", '2'));
-        QVERIFY(r.w.FStatus->text().contains("   Liste neu: 3  Liste vorher: 3"));
-    }
-
     // The frame's options, the list's context menu and the tray menu set the digit their entry names.
     void priorityButtonsAndMenus_data() {
         QTest::addColumn<QString>("control"); // "frame", "context" or "tray"
