@@ -33,21 +33,6 @@ private slots:
                      QStringLiteral("Tavo MP3 Player!: ") + QString(std::min(length, 45), QLatin1Char('x')));
     }
 
-    // The icon comes with the load and goes with the close; its menu's default entry restores.
-    void iconLivesFromLoadToClose() {
-        MainWindowRig r;
-        QVERIFY(!r.w.tray().isAdded());
-        r.w.load();
-        QVERIFY(r.w.tray().isAdded());
-        QCOMPARE(r.w.tray().tip(), QStringLiteral("Tavo MP3 Player!"));
-        r.w.hide();
-        QCOMPARE(r.w.MenuPopupSys->defaultAction(), r.w.MenuPopRestore);
-        r.w.MenuPopRestore->trigger();
-        QVERIFY(r.w.isVisible());
-        r.w.close();
-        QVERIFY(!r.w.tray().isAdded());
-    }
-
     // Notifications arrive as mouse-move coordinates: only these codes act.
     void notificationsFromTheIcon_data() {
         QTest::addColumn<int>("x");

@@ -237,31 +237,6 @@ private slots:
                  QStringLiteral("%1. Song03").arg(expectedRow + 1));
     }
 
-    // A click plays from the second list and makes it the active one; its songs enter no history.
-    void keysAndClicksOnTheList() {
-        ShownRig r(3, 4);
-        r.w.BPlaylist2Click();
-        QVERIFY(r.w.PL[1]->isChecked());
-        emit r.pl2.rowClicked(1);
-        QVERIFY(r.w.PL[2]->isChecked());
-        QCOMPARE(r.player.playedFiles(), QStringList{"/b/Song01.mp3"});
-        QCOMPARE(r.w.Playlist2Position, 1);
-        QCOMPARE(r.w.prevSongs().slot(1), qint32(0));
-        r.w.BPlaylist2Click();
-        PlaylistListModel& list = r.w.playlists().list(2);
-
-        r.key(Qt::Key_A, Qt::ControlModifier);
-        QCOMPARE(list.selectedRows(), (QList<int>{0, 1, 2, 3}));
-        list.selectOnly(2);
-        r.pl2.FPlaylist->setCurrentIndex(list.index(2));
-        r.key(Qt::Key_Return);
-        QCOMPARE(r.player.playedFiles().last(), "/b/Song02.mp3");
-        list.selectOnly(0);
-        r.key(Qt::Key_Delete);
-        QCOMPARE(r.w.playlists().Playlist2Paths.size(), 3);
-        QCOMPARE(r.w.playlists().Playlist2Paths.first(), "/b/Song01.mp3:5");
-    }
-
     void spaceSkipsAheadOnlyWithEnoughLeft_data() {
         QTest::addColumn<int>("positionSeconds");
         QTest::addColumn<QStringList>("jumps");

@@ -225,19 +225,6 @@ private slots:
         QCOMPARE(get(r, "Volume"), "200");
         QCOMPARE(get(r, "Prev01", "PreviousSongs"), "2");
     }
-
-    void openButtonLoadsChosenFileAndSaveWritesIt() {
-        MainWindowRig r;
-        r.w.load();
-        const QString file = r.writeList({"/m/x/Lied.mp3:2"}, "open.txt");
-        r.t.dialogs.openAnswers = {file};
-        r.w.BPLOpen->click();
-        QCOMPARE(r.w.FActPlaylist->text(), file);
-        QCOMPARE(r.w.playlists().list(1).items(), QStringList{"1. Lied"});
-        r.w.playlists().PlaylistPaths[0] = "/m/x/Lied.mp3:0";
-        r.w.BPLSave->click();
-        QCOMPARE(PlaylistFile::readLines(file), QStringList{"/m/x/Lied.mp3:0"});
-    }
 };
 
 QTEST_MAIN(tst_MainWindow)
