@@ -10,6 +10,8 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 // The program on the desktop: the notification-area icon and its menu, and a later start that finds
 // the running program through its local socket (without a session bus), also after one died.
 class tst_Desktop : public QObject {
@@ -37,31 +39,29 @@ private slots:
     void notificationsFromTheIcon_data() {
         QTest::addColumn<int>("x");
         QTest::addColumn<int>("y");
-        QTest::addColumn<bool>("restores");
-        QTest::addColumn<bool>("menu");
-        QTest::newRow("left down") << 513 << 0 << true << false;
-        QTest::newRow("left double") << 515 << 0 << true << false;
-        QTest::newRow("left down, y ignored") << 513 << 7 << true << false;
-        QTest::newRow("left up") << 514 << 0 << false << false;
-        QTest::newRow("plain move") << 100 << 40 << false << false;
-        QTest::newRow("right up off the icon row") << 517 << 3 << false << false;
-        QTest::newRow("right up opens the menu") << 517 << 0 << false << true;
+        QTest::addColumn<QString>("effect");
+        QTest::newRow("left down") << 513 << 0 << u"restore"_s;
+        QTest::newRow("left double") << 515 << 0 << u"restore"_s;
+        QTest::newRow("left down, y ignored") << 513 << 7 << u"restore"_s;
+        QTest::newRow("left up") << 514 << 0 << QString();
+        QTest::newRow("plain move") << 100 << 40 << QString();
+        QTest::newRow("right up off the icon row") << 517 << 3 << QString();
+        QTest::newRow("right up opens the menu") << 517 << 0 << u"menu"_s;
     }
     void notificationsFromTheIcon() {
         QFETCH(int, x);
         QFETCH(int, y);
-        QFETCH(bool, restores);
-        QFETCH(bool, menu);
+        QFETCH(QString, effect);
         MainWindowRig r;
         r.w.tray().trayAvailable = [] { return true; };
         r.w.load();
         r.w.showMinimized();
         QTRY_VERIFY(!r.w.isVisible()); // minimized means: only the tray icon is left
         r.w.TrayNotification(x, y);
-        QCOMPARE(r.w.isVisible(), restores);
-        if (menu)
+        QCOMPARE(r.w.isVisible(), effect == u"restore"_s);
+        if (effect == u"menu"_s)
             QTRY_VERIFY(r.w.MenuPopupSys->isVisible());
-        QCOMPARE(r.w.MenuPopupSys->isVisible(), menu);
+        QCOMPARE(r.w.MenuPopupSys->isVisible(), effect == u"menu"_s);
         r.w.MenuPopupSys->hide();
         r.w.close();
     }

@@ -18,22 +18,18 @@ private slots:
         QTest::addColumn<qint32>("mode");
         QTest::addColumn<quint32>("flags");
         QTest::addColumn<bool>("privilege");
-        struct System {
-            const char* name;
-            quint32 platform, major;
-        };
-        const System systems[] = {{"9x", 1, 4},   {"9x with a high major", 1, 5},
-                                  {"NT 3", 2, 3}, {"NT 4", 2, 4},
-                                  {"2000", 2, 5}, {"10", 2, 10}};
         // Expected flags per system for modes 0, 1, 2 and an unknown 7.
-        const quint32 expected[][4] = {{1, 5, 5, 1},   {1, 5, 5, 1},   {9, 13, 13, 9},
-                                       {9, 13, 13, 9}, {9, 13, 25, 9}, {9, 13, 25, 9}};
+        const struct {
+            const char* name;
+            quint32 platform, major, flags[4];
+        } systems[] = {{"9x", 1, 4, {1, 5, 5, 1}},     {"9x with a high major", 1, 5, {1, 5, 5, 1}},
+                       {"NT 3", 2, 3, {9, 13, 13, 9}}, {"NT 4", 2, 4, {9, 13, 13, 9}},
+                       {"2000", 2, 5, {9, 13, 25, 9}}, {"10", 2, 10, {9, 13, 25, 9}}};
         const qint32 modes[] = {0, 1, 2, 7};
-        for (int s = 0; s < 6; ++s)
+        for (const auto& s : systems)
             for (int m = 0; m < 4; ++m)
-                QTest::addRow("%s mode %d", systems[s].name, modes[m])
-                    << systems[s].platform << systems[s].major << modes[m] << expected[s][m]
-                    << (systems[s].platform == 2);
+                QTest::addRow("%s mode %d", s.name, modes[m])
+                    << s.platform << s.major << modes[m] << s.flags[m] << (s.platform == 2);
     }
     void flagsForEverySystemAndMode() {
         QFETCH(quint32, platformId);
