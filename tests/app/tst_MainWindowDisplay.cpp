@@ -58,6 +58,7 @@ private slots:
         QCOMPARE(face(r.w.centralWidget()), QColor(38, 38, 38));
         QCOMPARE(base(r.w.FPlaylist), QColor(106, 125, 192));
         QCOMPARE(r.w.BPLOpen->foreColor(), QColor(138, 142, 34));
+        QVERIFY(QFile::exists(r.w.BPLOpen->image())); // the load gives the skin buttons their face
         QCOMPARE(r.w.TavoxMiniDiagram1->textColor(), QColor(0, 160, 0));
         // After the preset the load redraws the indicators with the fixed greens.
         QCOMPARE(text(r.w.lblShuffle), QColor(0, 64, 0));
