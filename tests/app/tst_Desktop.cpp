@@ -4,7 +4,6 @@
 
 #include <QMenu>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 #include <sys/socket.h>
 #include <sys/un.h>

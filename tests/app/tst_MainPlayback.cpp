@@ -7,7 +7,6 @@
 #include "support/MpvTestPlayer.h"
 #include "support/SilentMp3.h"
 
-#include <QMenu>
 #include <QtTest>
 
 // The main window's transport row on the fake player, and one run of the real mpv playing a whole

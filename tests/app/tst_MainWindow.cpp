@@ -6,7 +6,6 @@
 #include "ui/DirectoryField.h"
 #include "ui/TavoMP3Settings.h"
 
-#include <QMenu>
 #include <QSettings>
 #include <QSlider>
 #include <QtTest>

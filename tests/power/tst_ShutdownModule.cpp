@@ -1,10 +1,6 @@
 #include "power/ShutdownModule.h"
 #include "power/SystemPowerOff.h"
 
-#include <QDeadlineTimer>
-#include <QFile>
-#include <QTemporaryDir>
-#include <QThread>
 #include <QtTest>
 
 using namespace ShutdownModule;
