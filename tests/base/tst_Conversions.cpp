@@ -103,16 +103,11 @@ private slots:
         QTest::addColumn<int>("style"); // 0 Windows, 1 POSIX
         QTest::addColumn<QString>("path");
         QTest::addColumn<QString>("folder"); // "" = not rooted
-        QTest::newRow("drive") << 0 << "C:\\Music\\a.txt"
-                               << "C:\\Music\\";
-        QTest::newRow("share") << 0 << "\\\\srv\\x\\a.txt"
-                               << "\\\\srv\\x\\";
-        QTest::newRow("drive relative") << 0 << "C:a.txt"
-                                        << "";
-        QTest::newRow("posix") << 1 << "/home/u/a.txt"
-                               << "/home/u/";
-        QTest::newRow("posix relative") << 1 << "u/a.txt"
-                                        << "";
+        QTest::newRow("drive") << 0 << u"C:\\Music\\a.txt"_s << u"C:\\Music\\"_s;
+        QTest::newRow("share") << 0 << u"\\\\srv\\x\\a.txt"_s << u"\\\\srv\\x\\"_s;
+        QTest::newRow("drive relative") << 0 << u"C:a.txt"_s << u""_s;
+        QTest::newRow("posix") << 1 << u"/home/u/a.txt"_s << u"/home/u/"_s;
+        QTest::newRow("posix relative") << 1 << u"u/a.txt"_s << u""_s;
     }
     void paths() {
         QFETCH(int, style);

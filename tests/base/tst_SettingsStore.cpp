@@ -16,24 +16,14 @@ private slots:
         QTest::addColumn<QString>("section");
         QTest::addColumn<QString>("key");
         QTest::addColumn<QString>("value");
-        QTest::newRow("multi-line directories") << "Settings"
-                                                << "UserMP3Directory"
-                                                << "/music/a\r\n/music/b";
-        QTest::newRow("commas") << "Settings"
-                                << "LastUpdateCheckStatus"
-                                << "ok, neu, alt";
-        QTest::newRow("edge blanks") << "Preset7"
-                                     << "PresetName"
-                                     << "  Abend  ";
-        QTest::newRow("backslashes") << "Settings"
-                                     << "DialogLastpath"
-                                     << "C:\\Musik\\";
-        QTest::newRow("umlauts and quotes") << "Settings"
-                                            << "PlaylistFile"
-                                            << "/home/jü/\"Liste\"; x=1.txt";
-        QTest::newRow("empty") << "Settings"
-                               << "BGImagePath"
-                               << "";
+        QTest::newRow("multi-line directories")
+            << u"Settings"_s << u"UserMP3Directory"_s << u"/music/a\r\n/music/b"_s;
+        QTest::newRow("commas") << u"Settings"_s << u"LastUpdateCheckStatus"_s << u"ok, neu, alt"_s;
+        QTest::newRow("edge blanks") << u"Preset7"_s << u"PresetName"_s << u"  Abend  "_s;
+        QTest::newRow("backslashes") << u"Settings"_s << u"DialogLastpath"_s << u"C:\\Musik\\"_s;
+        QTest::newRow("umlauts and quotes")
+            << u"Settings"_s << u"PlaylistFile"_s << u"/home/jü/\"Liste\"; x=1.txt"_s;
+        QTest::newRow("empty") << u"Settings"_s << u"BGImagePath"_s << u""_s;
     }
     void roundTrip() {
         QFETCH(QString, section);

@@ -218,7 +218,6 @@ private slots:
         QTest::newRow("missing: created private") << "missing" << 0 << int(V::Private);
         QTest::newRow("ours, 0700") << "folder" << 0700 << int(V::Private);
         QTest::newRow("group may read") << "folder" << 0750 << int(V::OpenToOthers);
-        QTest::newRow("others may enter") << "folder" << 0701 << int(V::OpenToOthers);
         QTest::newRow("link to a private folder") << "link" << 0700 << int(V::NotDirectory);
         QTest::newRow("a file") << "file" << 0600 << int(V::NotDirectory);
         QTest::newRow("another user's") << "foreign" << 0700 << int(V::NotOurs);

@@ -52,24 +52,6 @@ private slots:
             QVERIFY(r.statusText().endsWith(u"Songposition = -1"_s));
     }
 
-    void pauseTogglesAndStopKeepsAutoCue() {
-        PlaybackRig r;
-        r.setPlaylist(1, abc());
-        r.transport.Play(0);
-        r.transport.Pause();
-        QCOMPARE(int(r.player.status), int(FakePlayer::Paused));
-        QCOMPARE(r.state.PlayMode, quint8(1));
-        r.transport.Pause();
-        QCOMPARE(int(r.player.status), int(FakePlayer::Playing));
-        r.transport.AutoCueClick();
-        r.transport.Stop();
-        QCOMPARE(r.player.commands().mid(2), (QList<qint32>{40046, 40046, 40047}));
-        QCOMPARE(r.state.PlayMode, quint8(0));
-        QVERIFY(r.state.AutoCue);
-        r.transport.Play(1);
-        QCOMPARE(r.state.PlayMode, quint8(0));
-    }
-
     void next_data() {
         QTest::addColumn<int>("position");
         QTest::addColumn<bool>("shuffle");
@@ -274,27 +256,6 @@ private slots:
         QCOMPARE(r.player.playedFiles(), played);
         QCOMPARE(int(r.state.PlayMode), playMode);
         QCOMPARE(r.statusText(), status);
-    }
-
-    void displayLabels() {
-        PlaybackRig r;
-        r.setPlaylist(1, songs(2));
-        r.player.lengthSeconds.insert(u"/m/s0.mp3"_s, 185);
-        QList<QPair<QString, int>> slider;
-        connect(&r.monitor, &PlaybackMonitor::sliderValue, [&](const QString& n, int v) {
-            slider.append({n, v});
-        });
-        r.monitor.tmrTimeTick(); // nothing loaded: labels stay empty
-        QVERIFY(r.monitor.text(PlaybackMonitor::Time).isEmpty());
-        QVERIFY(slider.isEmpty());
-        r.transport.Play(0);
-        r.player.advance(67400);
-        r.monitor.tmrTimeTick();
-        QCOMPARE(r.monitor.text(PlaybackMonitor::Time), u"1:07/3:05"_s);
-        QCOMPARE(r.monitor.text(PlaybackMonitor::Bitrate), u"128 kbps"_s);
-        QCOMPARE(r.monitor.text(PlaybackMonitor::Samplerate), u"44 kHz"_s);
-        QCOMPARE(r.monitor.text(PlaybackMonitor::TrackName), u"s0"_s);
-        QCOMPARE(slider, (QList<QPair<QString, int>>{{u"SliderMax"_s, 185}, {u"SliderValue"_s, 67}}));
     }
 
     void titleScroll_data() {

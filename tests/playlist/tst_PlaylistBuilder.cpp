@@ -240,19 +240,6 @@ private slots:
         QVERIFY(!b.playlists.PlaylistChanged);
     }
 
-    // Every folder is read once: a finished folder is found again in its parent's listing without
-    // reading the parent a second time.
-    void eachFolderListedOnce() {
-        FakeFolderTree tree(PathStyle::Posix);
-        for (int a = 0; a < 5; ++a)
-            for (int c = 0; c < 4; ++c)
-                tree.addFile(u"/m/A%1/C%2/t.mp3"_s.arg(a).arg(c));
-        Build b(u"/m"_s, &tree);
-        b.builder.BCreateList();
-        QCOMPARE(b.playlists.PlaylistPaths.size(), 20);
-        QCOMPARE(tree.listings, 1 + 5 + 20);
-    }
-
     // The merge on its own: which lines get the old digit, and how many comparisons failed.
     void merge_data() {
         QTest::addColumn<QString>("old");
@@ -365,20 +352,6 @@ private slots:
         QCOMPARE(b.t.status.text(), status);
         QCOMPARE(b.playlists.list(1).count(), 0);
         QVERIFY(!b.playlists.PlaylistChanged);
-    }
-
-    void windowsStyleKeepsPriority() {
-        FakeFolderTree tree(PathStyle::Windows);
-        tree.addFile(u"E:\\Musik\\Rock\\laut.mp3"_s);
-        tree.addFile(u"E:\\Musik\\Rock\\leise.mp3"_s);
-        Build b(u"E:\\Musik\\"_s, &tree);
-        b.builder.BCreateList();
-        b.playlists.PlaylistPaths[1] = PlaylistLine::withPriority(b.playlists.PlaylistPaths[1], u'1');
-        tree.addFile(u"E:\\Musik\\Pop\\neu.mp3"_s);
-        b.builder.BUpdateList();
-        QCOMPARE(
-            b.playlists.PlaylistPaths,
-            list(u"E:\\Musik\\Pop\\neu.mp3:5|E:\\Musik\\Rock\\laut.mp3:5|E:\\Musik\\Rock\\leise.mp3:1"_s));
     }
 };
 

@@ -20,7 +20,6 @@ public:
     void failListing(const QString& folder, int number, const QString& description) {
         m_failures.insert(folder, qMakePair(number, description));
     }
-    int listings = 0;
 
     PathStyle style() const override { return m_style; }
     bool folderExists(const QString& folder) const override {
@@ -30,7 +29,6 @@ public:
         return m_folders.contains(f);
     }
     std::optional<FolderListing> list(const QString& folder) const override {
-        ++const_cast<FakeFolderTree*>(this)->listings;
         if (m_failures.contains(folder))
             throw RuntimeError(m_failures.value(folder).first, m_failures.value(folder).second);
         if (!m_folders.contains(folder))

@@ -26,7 +26,6 @@ template <class Player> struct PlaybackCore {
     QStringList startedNames;
     int historyChanges = 0;
     int indicatorChanges = 0;
-    int shutdowns = 0;
     QString testText;
 
     PlaybackCore() : player(t.status) { count(); }
@@ -48,7 +47,6 @@ private:
         QObject::connect(&selection, &SongSelection::indicatorsChanged, [this] { ++indicatorChanges; });
         QObject::connect(&transport, &Transport::indicatorsChanged, [this] { ++indicatorChanges; });
         QObject::connect(&monitor, &PlaybackMonitor::indicatorsChanged, [this] { ++indicatorChanges; });
-        QObject::connect(&monitor, &PlaybackMonitor::shutdownRequested, [this] { ++shutdowns; });
     }
 };
 
