@@ -235,7 +235,7 @@ private slots:
             << Answer("", kList, LocalHttpServer::ok("<html><body>Bitte melden Sie sich an</body></html>"),
                       QStringLiteral("beginnt nicht mit den Zeilen"));
         QTest::newRow("player 404") << Answer(
-            "", kPlayer, LocalHttpServer().fallback.raw,
+            "", kPlayer, LocalHttpServer::kNotFound,
             refusedPlayer + QStringLiteral("Der Update-Server antwortete \"HTTP/1.0 404"));
         QTest::newRow("oversized header on the updater")
             << Answer("", kUpdater, QByteArray(256 * 1024, 'x'), QStringLiteral("keinen gültigen Kopf"));
