@@ -2,7 +2,7 @@
 find controls by their design names, read texts and list rows, press buttons and menu entries."""
 import sys
 
-from desktop import by_design_name, named, press, rows, run, the_app, wait_for, walk
+from desktop import by_design_name, named, press, rows, run, the_app, wait_for
 
 
 def test(r):
@@ -20,20 +20,10 @@ def test(r):
     press(by_design_name(app, "BPlay"))
     monitor = by_design_name(app, "FTest2")
     wait_for("the player playing", lambda: monitor.name == "Winamp Status = 1 / Playmode = 1")
-    # Our own controls: the position slider is a slider with the song's range, the diagram an image
-    # with words, and menu entries carry their design names.
-    slider = by_design_name(app, "TavoSlider1")
-    r.expect(slider.getRoleName() == "slider" and slider.name == "Songposition",
-             "slider reads %r / %r" % (slider.getRoleName(), slider.name))
-    value = slider.queryValue()
-    wait_for("the song length on the slider", lambda: value.maximumValue >= 1)
-    diagram = by_design_name(app, "TavoxMiniDiagram1")
-    r.expect(diagram.getRoleName() in ("image", "graphic"), "diagram role %r" % diagram.getRoleName())
+    slider = by_design_name(app, "TavoSlider1").queryValue()
+    wait_for("the song length on the position slider", lambda: slider.maximumValue >= 1)
+    # Menu entries carry their design names (atspi_tree checks the roles of our own controls).
     r.expect(by_design_name(app, "MenuDateiSavePlaylist") is not None, "no menu entry MenuDateiSavePlaylist")
-    dump = ["%s %r %r" % (n.getRoleName(), n.name, n.description) for n in walk(app)
-            if n.description in ("BPlay", "TavoSlider1", "TavoxMiniDiagram1", "sldVol", "PL(1)", "FPrio(5)")]
-    print("\n".join(dump))
-    r.expect(len(dump) == 6, "described controls found: %d of 6" % len(dump))
     press(by_design_name(app, "BStop"))
     wait_for("the player stopped", lambda: monitor.name == "Winamp Status = 0 / Playmode = 0")
 

@@ -150,6 +150,7 @@ class Run:
         self.folder = tempfile.mkdtemp(prefix="tavo-e2e-")
         self.config, self.playlist = prepare(self.folder, **setup)
         self.program = None
+        self.path = PROGRAM
         self.failures = []
 
     def env(self, **extra):
@@ -162,7 +163,7 @@ class Run:
         return {**env, **extra}
 
     def start(self, *words, **extra):
-        self.program = subprocess.Popen([PROGRAM, *words], env=self.env(**extra))
+        self.program = subprocess.Popen([self.path, *words], env=self.env(**extra))
 
     def stop(self):
         if self.program is not None:
