@@ -85,21 +85,6 @@ QByteArray Frame::bytes() const {
     return header() + QByteArray(length() - 4, '\0');
 }
 
-Frame Frame::fromHeader(const QByteArray& header) {
-    const quint32 h = quint32(quint8(header[0])) << 24 | quint32(quint8(header[1])) << 16 |
-                      quint32(quint8(header[2])) << 8 | quint8(header[3]);
-    Frame f;
-    f.version = Version((h >> 19) & 3);
-    f.layer = 4 - int((h >> 17) & 3);
-    f.crc = ((h >> 16) & 1) == 0;
-    f.padding = (h >> 9) & 1;
-    f.channels = Channels((h >> 6) & 3);
-    const int base = f.version == Mpeg1 ? 1 : f.version == Mpeg2 ? 2 : 4;
-    f.sampleRate = QList<int>{44100, 48000, 32000}.value(int((h >> 10) & 3)) / base;
-    f.kbps = table(f)[(h >> 12) & 15];
-    return f;
-}
-
 QByteArray cbrFrames(Frame f, int count) {
     QByteArray out;
     const qint64 numerator = qint64(f.layer == 1 ? 12 : f.samplesPerFrame() / 8) * f.kbps * 1000;
@@ -121,10 +106,6 @@ QByteArray vbrFrames(Frame f, const QList<int>& kbps) {
         out.append(f.bytes());
     }
     return out;
-}
-
-qint64 vbrBytes(Frame f, const QList<int>& kbps) {
-    return vbrFrames(f, kbps).size();
 }
 
 QList<int> vbrPattern(int count) {

@@ -79,7 +79,6 @@ private slots:
     void colours_data() {
         QTest::addColumn<float>("number");
         QTest::addColumn<QColor>("color");
-        QTest::newRow("red") << colorNumber(255, 0, 0) << QColor(255, 0, 0);
         QTest::newRow("mixed") << colorNumber(12, 200, 99) << QColor(12, 200, 99);
         // Single precision is rounded to a whole colour number, halves to even.
         QTest::newRow("fraction rounds up") << 255.75f << QColor(0, 1, 0);
