@@ -29,8 +29,6 @@ private slots:
         const QString germanFields = "|Über den Wolken|Reinhard Mey|Mädchen|1974|Chanson|7/12|schön";
         QTest::newRow("ID3v2.3 Latin-1")
             << W::id3v2(3, german, W::Latin1) + W::audio() << "ID3v2.3" + germanFields;
-        QTest::newRow("ID3v2.3 UTF-16")
-            << W::id3v2(3, german, W::Utf16) + W::audio() << "ID3v2.3" + germanFields;
         const W::Tag wide{"Ωmega — ☂", "Σ Artist", "日本", "2004", "Rock", "3", "€ und ß"};
         QTest::newRow("ID3v2.4 UTF-8") << W::id3v2(4, wide, W::Utf8) + W::audio()
                                        << "ID3v2.4|Ωmega — ☂|Σ Artist|日本|2004|Rock|3|€ und ß";
@@ -47,28 +45,6 @@ private slots:
         const Id3TagReader::Fields f = read(bytes);
         QCOMPARE((QStringList{f.source, f.title, f.artist, f.album, f.year, f.category, f.track, f.comment}),
                  fields.split('|'));
-    }
-
-    void brokenTagsNeverCrash_data() {
-        QTest::addColumn<QByteArray>("bytes");
-        const W::Tag t{"T", "A", "B", "2000", "Pop", "1", "c"};
-        QByteArray hugeFrame = W::id3v2(3, t, W::Latin1);
-        hugeFrame.replace(14, 4, W::bigEndian(0x7FFFFFF0)); // first frame claims 2 GB
-        QTest::newRow("frame larger than the tag") << hugeFrame + W::audio();
-        QByteArray hugeTag = W::id3v2(4, t, W::Utf8);
-        hugeTag.replace(6, 4, W::syncSafe(0x0FFFFFFF)); // tag claims 256 MB in a tiny file
-        QTest::newRow("tag larger than the file") << hugeTag;
-        QTest::newRow("garbage frames")
-            << QByteArray("ID3\x03\0\0", 6) + W::syncSafe(200) + QByteArray(200, '\xFF') + W::audio(2);
-        QTest::newRow("cut frame") << W::id3v2(3, t, W::Latin1) +
-                                          W::textFrame(3, "TIT3", "x", W::Utf16).left(13);
-        QTest::newRow("empty file") << QByteArray();
-    }
-    void brokenTagsNeverCrash() {
-        QFETCH(QByteArray, bytes);
-        const Id3TagReader::Fields f = read(bytes);
-        // Whatever a broken tag yields, it is plain text and the call returns.
-        QVERIFY(f.title.size() < 1000 && f.comment.size() < 1000);
     }
 
     void unreadablePathsGiveEmptyFields() {

@@ -1,6 +1,7 @@
 #include "support/Mp3Synth.h"
 
 #include <QRandomGenerator>
+#include <QtEndian>
 
 namespace Mp3Synth {
 
@@ -31,10 +32,7 @@ int rateBits(const Frame& f) {
 }
 
 void putBigEndian(QByteArray& b, int at, quint32 v) {
-    b[at] = char(v >> 24);
-    b[at + 1] = char(v >> 16);
-    b[at + 2] = char(v >> 8);
-    b[at + 3] = char(v);
+    qToBigEndian(v, b.data() + at);
 }
 
 int sideInfo(const Frame& f) {
@@ -159,14 +157,7 @@ QByteArray id3v2(int bodySize, int major, bool footer) {
 }
 
 QByteArray id3v1() {
-    QByteArray tag("TAG", 3);
-    tag.append(QByteArray("Titel").leftJustified(30, '\0'));
-    tag.append(QByteArray("Interpret").leftJustified(30, '\0'));
-    tag.append(QByteArray("Album").leftJustified(30, '\0'));
-    tag.append("2003", 4);
-    tag.append(QByteArray(30, '\0'));
-    tag.append(char(12));
-    return tag;
+    return QByteArray("TAGTitel").leftJustified(128, '\0');
 }
 
 QByteArray apeTag(int itemBytes, bool withHeader) {

@@ -1,7 +1,7 @@
 // Table rows read better as plain literals; the product code keeps the strict conversions.
 #undef QT_NO_CAST_FROM_ASCII
 
-#include "support/RecordingSettingsHost.h"
+#include "appearance/SettingsWindowHost.h"
 #include "support/TestServices.h"
 #include "ui/SchemePainter.h"
 #include "ui/TavoMP3Settings.h"
@@ -23,6 +23,31 @@
 // The settings window: its load, saving with the two checks, and the colour presets.
 class tst_SettingsWindow : public QObject {
     Q_OBJECT
+
+    // Stands in for the main window behind the settings window: records every call in order.
+    struct RecordingSettingsHost : SettingsWindowHost {
+        QList<QPair<QString, Rgb>> colourCalls;
+        QStringList calls; // "LoadBGImage:<path>", "setBrowsePath:<dirs>", "FuncSetEnv", "startPlayer:<path>"
+
+        void LoadBGImage(const QString& path) override { calls << "LoadBGImage:" + path; }
+        void setBrowsePath(const QString& dirs) override { calls << "setBrowsePath:" + dirs; }
+        void FuncSetEnv() override { calls << "FuncSetEnv"; }
+        void startPlayer(const QString& path) override { calls << "startPlayer:" + path; }
+#define TAVO_RECORD_COLOUR(name)                                                                             \
+    void name(const Rgb& c) override {                                                                       \
+        colourCalls.append({#name, c});                                                                      \
+    }
+        TAVO_RECORD_COLOUR(SetColorText)
+        TAVO_RECORD_COLOUR(SetColorBackground)
+        TAVO_RECORD_COLOUR(SetColorFieldText)
+        TAVO_RECORD_COLOUR(SetColorFieldBackground)
+        TAVO_RECORD_COLOUR(SetColorButtonText)
+        TAVO_RECORD_COLOUR(SetColorButtonBackground)
+        TAVO_RECORD_COLOUR(SetColorDisplayTextBright)
+        TAVO_RECORD_COLOUR(SetColorDisplayTextDark)
+        TAVO_RECORD_COLOUR(SetColorDisplayBackground)
+#undef TAVO_RECORD_COLOUR
+    };
 
     QTemporaryDir m_dir;
 
@@ -198,12 +223,11 @@ private slots:
         QCOMPARE(r.t.dialogs.messageTexts(), QStringList{"Bitte geben Sie einen Presetnamen ein!"});
         r.w->FPresetSaveAs->setText("Neu");
         r.w->BPresetSaveAs->click();
-        QCOMPARE(r.stored("Preset2", "PresetName"), "Neu");
-        QCOMPARE(r.stored("Preset2", "Text"), "200 200 000");
-        QCOMPARE(r.w->activePreset(), "2");
-        QCOMPARE(r.w->FPresetSaveAs->text(), QString());
-        QCOMPARE(r.w->FActivePreset->text(), "Neu");
-        QCOMPARE(r.w->FStatus->text(), "Preset \"Neu\" wurde auf Preset2 gespeichert");
+        QCOMPARE(
+            (QStringList{r.stored("Preset2", "PresetName"), r.stored("Preset2", "Text"), r.w->activePreset(),
+                         r.w->FPresetSaveAs->text(), r.w->FActivePreset->text(), r.w->FStatus->text()}),
+            (QStringList{"Neu", "200 200 000", "2", "", "Neu",
+                         "Preset \"Neu\" wurde auf Preset2 gespeichert"}));
         QCOMPARE(r.w->presetLabels(), (QStringList{"0. - Default Preset -", "1. Eins", "2. Neu", "3. Drei"}));
         QCOMPARE(r.w->FPresetList->currentRow(), 2);
         // "Preset speichern" overwrites the active preset under the shown name.
