@@ -248,6 +248,9 @@ def cmd_run(args):
     if not os.path.exists(os.path.join(args.build, "CMakeCache.txt")):
         subprocess.run(["cmake", "-S", ROOT, "-B", args.build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug",
                         "-DTAVO_BUILD_BENCH=OFF"], check=True, capture_output=True)
+    else:
+        # Test programs added or removed since the last run: the test list must be the current one.
+        subprocess.run(["cmake", "-S", ROOT, "-B", args.build], check=True, capture_output=True)
     names = ctest_names(args.build) or (build(args.build, ["all"]) and ctest_names(args.build))
     # The unmutated tests must pass, or every mutant would count as killed.
     all_targets = sorted({t for area in AREA_TESTS for t in targets_for(tests_for(area, names))})
