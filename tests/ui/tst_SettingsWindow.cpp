@@ -266,7 +266,8 @@ private slots:
         QCOMPARE(r.t.dialogs.questions.first().buttons, Dialogs::Buttons::YesNoCancel);
         QCOMPARE(r.w->FStatus->text(), "Preset \"- Default Preset -\" (Preset0) wurde geladen");
         QCOMPARE(r.w->FPresetList->currentRow(), 0);
-        // Position 2 now shows "Drei" but loads the deleted section 2: absent defaults, name "-".
+        // Position 2 now shows "Drei" but loads the deleted preset 2 from the file: absent defaults, name
+        // "-".
         QCOMPARE(r.w->FPresetList->item(2)->text(), "Drei");
         r.w->FPresetList->setCurrentRow(2);
         r.host.colourCalls.clear();
