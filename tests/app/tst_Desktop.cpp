@@ -11,8 +11,7 @@
 
 using namespace Qt::StringLiterals;
 
-// The program on the desktop: the notification-area icon and its menu, and a later start that finds
-// the running program through its local socket (without a session bus), also after one died.
+// The program on the desktop: the notification-area icon and its menu, and a start after a program died.
 class tst_Desktop : public QObject {
     Q_OBJECT
 
@@ -34,28 +33,33 @@ private slots:
                      QStringLiteral("Tavo MP3 Player!: ") + QString(std::min(length, 45), QLatin1Char('x')));
     }
 
-    // Notifications arrive as mouse-move coordinates: only these codes act.
+    // Notifications arrive as mouse-move coordinates: only these codes act. Without a notification area
+    // a minimized window stays reachable in the task bar.
     void notificationsFromTheIcon_data() {
+        QTest::addColumn<bool>("tray");
         QTest::addColumn<int>("x");
         QTest::addColumn<int>("y");
         QTest::addColumn<QString>("effect");
-        QTest::newRow("left down") << 513 << 0 << u"restore"_s;
-        QTest::newRow("left double") << 515 << 0 << u"restore"_s;
-        QTest::newRow("left down, y ignored") << 513 << 7 << u"restore"_s;
-        QTest::newRow("left up") << 514 << 0 << QString();
-        QTest::newRow("plain move") << 100 << 40 << QString();
-        QTest::newRow("right up off the icon row") << 517 << 3 << QString();
-        QTest::newRow("right up opens the menu") << 517 << 0 << u"menu"_s;
+        QTest::newRow("left down") << true << 513 << 0 << u"restore"_s;
+        QTest::newRow("left double") << true << 515 << 0 << u"restore"_s;
+        QTest::newRow("left down, y ignored") << true << 513 << 7 << u"restore"_s;
+        QTest::newRow("left up") << true << 514 << 0 << QString();
+        QTest::newRow("plain move") << true << 100 << 40 << QString();
+        QTest::newRow("right up off the icon row") << true << 517 << 3 << QString();
+        QTest::newRow("right up opens the menu") << true << 517 << 0 << u"menu"_s;
+        QTest::newRow("no notification area") << false << 100 << 40 << u"restore"_s;
     }
     void notificationsFromTheIcon() {
+        QFETCH(bool, tray);
         QFETCH(int, x);
         QFETCH(int, y);
         QFETCH(QString, effect);
         MainWindowRig r;
-        r.w.tray().trayAvailable = [] { return true; };
+        r.w.tray().trayAvailable = [tray] { return tray; };
         r.w.load();
         r.w.showMinimized();
-        QTRY_VERIFY(!r.w.isVisible()); // minimized means: only the tray icon is left
+        QTest::qWait(20);
+        QTRY_COMPARE(r.w.isVisible(), !tray); // minimized means: only the tray icon is left
         r.w.TrayNotification(x, y);
         QCOMPARE(r.w.isVisible(), effect == u"restore"_s);
         if (effect == u"menu"_s)
@@ -65,50 +69,20 @@ private slots:
         r.w.close();
     }
 
-    // Without a notification area a minimized window stays reachable in the task bar.
-    void minimizedWithoutANotificationAreaStaysReachable() {
-        MainWindowRig r;
-        r.w.tray().trayAvailable = [] { return false; };
-        r.w.load();
-        r.w.showMinimized();
-        QTest::qWait(20);
-        QVERIFY(r.w.isVisible());
-        r.w.close();
-    }
-
-    void laterStart_data() {
-        QTest::addColumn<QString>("before"); // what the socket path holds when the program starts
-        QTest::addColumn<bool>("runs");
-        QTest::newRow("nothing") << QStringLiteral("nothing") << true;
-        QTest::newRow("dead program's socket") << QStringLiteral("dead") << true;
-        QTest::newRow("running program") << QStringLiteral("running") << false;
-    }
-    void laterStart() {
-        QFETCH(QString, before);
-        QFETCH(bool, runs);
+    // A killed program leaves its socket file behind: the next start takes the path over and answers
+    // the start after it (a running program's answer over the socket is the desktop test's).
+    void startAfterADeadProgram() {
         QTemporaryDir dir;
         const QString path = dir.filePath(QStringLiteral("TavoMP3Player.instance"));
         const QDBusConnection noBus(QStringLiteral("no bus"));
-        SingleInstance running(noBus, path);
-        if (before == QLatin1String("running"))
-            QVERIFY(running.claim(true, false));
-        else if (before == QLatin1String("dead"))
-            leaveDeadSocket(path);
-        QSignalSpy handedToRunning(&running, &SingleInstance::activationRequested);
-
+        leaveDeadSocket(path);
         SingleInstance program(noBus, path);
-        QSignalSpy handedToProgram(&program, &SingleInstance::activationRequested);
-        QCOMPARE(program.claim(false, true), runs);
-        if (!runs) {
-            QTRY_COMPARE(handedToRunning.size(), 1);
-            QCOMPARE(handedToRunning.first(), (QVariantList{false, true}));
-            return;
-        }
-        // The program that runs answers the next start.
+        QSignalSpy handed(&program, &SingleInstance::activationRequested);
+        QVERIFY(program.claim(false, true));
         SingleInstance next(noBus, path);
         QVERIFY(!next.claim(true, false));
-        QTRY_COMPARE(handedToProgram.size(), 1);
-        QCOMPARE(handedToProgram.first(), (QVariantList{true, false}));
+        QTRY_COMPARE(handed.size(), 1);
+        QCOMPARE(handed.first(), (QVariantList{true, false}));
     }
 };
 

@@ -160,6 +160,12 @@ private slots:
         auto* search = r.w.findChild<TavoMP3QuickSearch*>();
         QVERIFY(search);
         QCOMPARE(search->palette().color(QPalette::Window), QColor(200, 10, 20));
+        // The menu shows the same window again, and a slider edit there repaints the main window at once.
+        r.w.MenuEinstellungen->trigger();
+        QCOMPARE(r.w.settingsWindow(), w);
+        w->LColorType->setCurrentRow(ColorRoles::Background);
+        w->SliderRed->setValue(90);
+        QCOMPARE(r.w.centralWidget()->palette().color(QPalette::Window), QColor(90, 10, 20));
     }
 
     // Questions whose answer Yes overwrites or deletes something have Cancel as their default.

@@ -87,19 +87,6 @@ private slots:
         QVERIFY(r.t.dialogs.questions.isEmpty());
     }
 
-    // The menu opens the settings window the load made; a slider edit there repaints at once.
-    void menuOpensTheSameSettingsWindow() {
-        MainWindowRig r;
-        r.w.load();
-        TavoMP3Settings* hidden = r.w.settingsWindow();
-        r.w.MenuEinstellungen->trigger();
-        QCOMPARE(r.w.settingsWindow(), hidden);
-        QVERIFY(hidden->isVisible());
-        hidden->LColorType->setCurrentRow(ColorRoles::Background);
-        hidden->SliderRed->setValue(90);
-        QCOMPARE(face(r.w.centralWidget()), QColor(90, 38, 38));
-    }
-
     void initTestCase() {
         QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
         using namespace Mp3Synth;

@@ -1,6 +1,6 @@
 """The second playlist with the real program and the real mpv: a row of the main list is dragged into
-"Playliste 2" with the mouse, the shutdown box is ticked over the accessibility bus, and the list is
-played to its end. The power-off command is a script that appends to a marker file; the machine stays on,
+"Playliste 2" with the mouse, the shutdown box is ticked over the accessibility bus (which switches shuffle
+off), and the list is played to its end. The power-off command is a script that appends to a marker file; the machine stays on,
 and the marker shows that the end of the list asked for the power-off once.
 With TAVOMP3_E2E_SHOT set, a screenshot of the screen after the drag is written to that path."""
 import os
@@ -79,4 +79,5 @@ if __name__ == "__main__":
     if not shutil.which("xdotool"):
         print("SKIP: xdotool is not installed (scripts/deps.sh installs it)")
         sys.exit(77)
-    sys.exit(run(test, frames=40, second_list=True, position=False))  # songs of about one second
+    # Songs of about one second; shuffle is on, and the ticked box must switch it off to play the list out.
+    sys.exit(run(test, frames=40, second_list=True, position=False, more="ShuffleStatus=True\n"))

@@ -21,9 +21,10 @@ def write(path, text):
         f.write(text)
 
 
-def prepare(folder, priorities=(5, 5, 5), frames=120, second_list=False, position=True):
+def prepare(folder, priorities=(5, 5, 5), frames=120, second_list=False, position=True, more=""):
     """Musik/Album with the three songs, liste.txt naming them with LF line ends (saving rewrites them with
-    CR LF), optionally liste2.txt with the first two, the settings, and mpv without sound."""
+    CR LF), optionally liste2.txt with the first two, the settings (and more lines of them), and mpv without
+    sound."""
     config = os.path.join(folder, "config")
     os.makedirs(os.path.join(config, "TavoMP3Player"))
     os.makedirs(os.path.join(config, "mpv"))
@@ -45,7 +46,7 @@ def prepare(folder, priorities=(5, 5, 5), frames=120, second_list=False, positio
         settings += "PlaylistFile2=%s\n" % os.path.join(folder, "liste2.txt")
     if position:
         settings += "CurrentPlaylistPosition=1\n"
-    write(os.path.join(config, "TavoMP3Player", "TavoMP3Player.ini"), settings)
+    write(os.path.join(config, "TavoMP3Player", "TavoMP3Player.ini"), settings + more)
     return config, playlist
 
 

@@ -41,9 +41,9 @@ struct MainWindowRig {
     }
     // The player and the music folders set (without them start-up only opens the settings window),
     // a playlist file of these lines unless there are none, and the window loaded.
-    QString load(const QStringList& lines = {}) {
+    QString load(const QStringList& lines = {}, const QString& music = {}) {
         setting("WinampPath", QStringLiteral("/usr/bin/mpv"));
-        setting("UserMP3Directory", dir.path());
+        setting("UserMP3Directory", music.isEmpty() ? dir.path() : music);
         const QString file = lines.isEmpty() ? QString() : writeList(lines);
         if (!file.isEmpty())
             setting("PlaylistFile", file);
