@@ -28,13 +28,6 @@ class tst_MainFailures : public QObject {
         return {"/m/Alpha.mp3:" + firstDigit, "/m/Beta.mp3:5", "/m/Gamma.mp3:5"};
     }
 
-    // Alpha plays, and a tick of the monitor has told the display and the sliders about it.
-    static void playFirst(MainWindowRig& r) {
-        r.load(songs());
-        r.play(0);
-        r.w.playback().tmrTimeTick();
-    }
-
 private slots:
     void cleanup() { AppGlobals::PlayOnStart = false; }
 
@@ -193,28 +186,25 @@ private slots:
         QCOMPARE(asked.first().defaultButton, 3);
     }
 
-    // Letting the position knob go beyond either end of the track jumps to that end, not past it.
-    void positionKnobLetGoBeyondTheTrackStaysInTheSong_data() {
+    // Letting the position knob go beyond either end of the track jumps to that end, not past it; a click
+    // into the volume slider's groove moves the volume and gives the title back on release.
+    void knobsLetGoStayInRange_data() {
         QTest::addColumn<int>("x");
         QTest::addColumn<QString>("jump");
         QTest::newRow("left of the start") << -40 << u"JumpToTime 0"_s;
         QTest::newRow("right of the end") << 4000 << u"JumpToTime 180000"_s;
     }
-    void positionKnobLetGoBeyondTheTrackStaysInTheSong() {
+    void knobsLetGoStayInRange() {
         QFETCH(int, x);
         QFETCH(QString, jump);
         MainWindowRig r;
-        playFirst(r);
+        r.load(songs());
+        r.play(0);
+        r.w.playback().tmrTimeTick(); // tells the display and the sliders about the song
         r.player.clearLog();
         QTest::mousePress(r.w.TavoSlider1, Qt::LeftButton, {}, QPoint(10, 5));
         QTest::mouseRelease(r.w.TavoSlider1, Qt::LeftButton, {}, QPoint(x, 5));
         QCOMPARE(r.player.calls.filter("JumpToTime"), QStringList{jump});
-    }
-
-    // A click into the volume slider's groove moves the volume and gives the title back on release.
-    void volumeClickInTheGrooveRestoresTheTitle() {
-        MainWindowRig r;
-        playFirst(r);
         QCOMPARE(r.w.lblTrackName->text(), "Alpha");
         {
             const QSignalBlocker quiet(r.w.sldVol);
