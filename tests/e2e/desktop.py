@@ -190,9 +190,5 @@ def run(test, **setup):
         r.failures.append(str(e))
     finally:
         r.stop()
-    return report(r.failures)
-
-
-def report(failures):
-    print("".join("FAIL: %s\n" % f for f in failures), end="")
-    return 1 if failures else 0
+    print("".join("FAIL: %s\n" % f for f in r.failures), end="")
+    return 1 if r.failures else 0

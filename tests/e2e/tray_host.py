@@ -1,11 +1,16 @@
 """The notification area on a real X desktop. A panel that starts after the program (login starts both
 at once) still gets the icon; without any panel, "start" must leave the window reachable; with one,
-"start" keeps the window hidden and only the icon is left."""
+"start" keeps the window hidden and only the icon is left. The first start finds the desktop's media-control
+bus name held by another program: it says so and runs on, and the other program keeps the name."""
 import shutil
 import subprocess
 import sys
 
-from desktop import MAIN_TITLE, run, wait_for
+from gi.repository import Gio, GLib
+
+from desktop import MAIN_TITLE, run, the_app, wait_for, walk
+
+BUS_NAME = "org.mpris.MediaPlayer2.TavoMP3Player"
 
 
 def main_window_state():
@@ -29,9 +34,32 @@ def icon_in_panel():
 
 
 def test(r):
-    r.start("start")
-    state = wait_for("the main window", lambda: main_window_state() == "IsViewable" and "IsViewable")
-    print("without a panel, after start:", state)
+    bus = Gio.bus_get_sync(Gio.BusType.SESSION, None)
+
+    def ask(method, signature, args):
+        return bus.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method,
+                             GLib.Variant(signature, args), None, Gio.DBusCallFlags.NONE, -1, None).unpack()[0]
+
+    try:
+        if ask("RequestName", "(su)", (BUS_NAME, 4)) != 1:
+            r.failures.append("could not take the bus name for the test")
+            return
+        r.start("start")
+        state = wait_for("the main window", lambda: main_window_state() == "IsViewable" and "IsViewable")
+        print("without a panel, after start:", state)
+        app = the_app(30)
+        box = wait_for("the message about the name", lambda: next(
+            (n for n in walk(app) if "gehört schon einem anderen Programm" in (n.name or "")), None), 30)
+        print("message:", box.name)
+        r.expect(ask("GetNameOwner", "(s)", (BUS_NAME,)) == bus.get_unique_name(), "the bus name was taken")
+        r.expect(r.program.poll() is None, "the program ended although only the name was taken")
+        ask("ReleaseName", "(s)", (BUS_NAME,))
+        with_a_panel(r)
+    finally:
+        bus.close_sync(None)
+
+
+def with_a_panel(r):
     tray = subprocess.Popen(["trayer", "--edge", "top", "--align", "right", "--widthtype", "request",
                              "--height", "24"])
     try:
