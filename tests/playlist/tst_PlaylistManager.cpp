@@ -31,9 +31,6 @@ class TestPlaylistManager : public QObject {
         f.open(QIODevice::ReadOnly);
         return f.readAll();
     }
-    static QByteArray utf16(const QString& text) {
-        return QStringEncoder(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom).encode(text);
-    }
     static QString setting(TestServices& t, const char* key) {
         return t.settings.GetSetting(u"Settings"_s, QLatin1String(key), u"0"_s);
     }
@@ -200,7 +197,10 @@ private slots:
         QTest::newRow("utf-8 with mark")
             << "b.txt" << QByteArray("\xef\xbb\xbf/m/a/One.mp3:5\r\n") << "1. One" << none << same;
         QTest::newRow("utf-16 with mark")
-            << "w.txt" << utf16(u"/m/a/Ärger.mp3:4\r\n"_s) << "1. Ärger" << none << same;
+            << "w.txt"
+            << QByteArray(QStringEncoder(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom)
+                              .encode(u"/m/a/Ärger.mp3:4\r\n"_s))
+            << "1. Ärger" << none << same;
         QTest::newRow("LF becomes CR LF") << "n.txt" << QByteArray("/m/a/One.mp3:5\n") << "1. One" << none
                                           << QByteArray("/m/a/One.mp3:5\r\n");
         QTest::newRow("empty line, kept") << "e.txt" << broken << "" << no << same;
