@@ -32,7 +32,6 @@ private slots:
         QTest::newRow("blanks and a name with dots")
             << xy << u" 2. B. side"_s << 0 << 1 << QStringList{b, x, y} << 0;
         QTest::newRow("move only says not yet") << xy << u"1. A"_s << 0 << 2 << xy << -1;
-        QTest::newRow("link only says not yet") << xy << u"1. A"_s << 0 << 4 << xy << -1;
         QTest::newRow("number past the main list") << xy << u"4. D"_s << 1 << 1 << xy << range;
         QTest::newRow("number zero") << xy << u"0. nothing"_s << 1 << 1 << xy << range;
         QTest::newRow("no number") << xy << u"A song"_s << 1 << 1 << xy << type;

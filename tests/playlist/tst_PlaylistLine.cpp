@@ -40,14 +40,6 @@ private slots:
         else
             QCOMPARE(PlaylistLine::FuncGetSongName(line, s), name);
     }
-
-    void priorityIsTheLastCharacter() {
-        const QString line = u"/m/a.mp3:5"_s;
-        QCOMPARE(PlaylistLine::priority(line), u'5');
-        QCOMPARE(PlaylistLine::withPriority(line, u'0'), u"/m/a.mp3:0"_s);
-        QCOMPARE(PlaylistLine::path(line), u"/m/a.mp3"_s);
-        QCOMPARE(PlaylistLine::listItemText(0, u"Title"_s), u"1. Title"_s);
-    }
 };
 
 QTEST_GUILESS_MAIN(TestPlaylistLine)

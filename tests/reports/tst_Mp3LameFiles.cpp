@@ -13,7 +13,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <cmath>
-#include <numeric>
 
 class TestMp3LameFiles : public QObject {
     Q_OBJECT
@@ -21,19 +20,17 @@ class TestMp3LameFiles : public QObject {
     QTemporaryDir m_dir;
     QString m_lame;
 
-    // Encodes six seconds of raw 44.1 kHz stereo (see initTestCase) with the options given.
+    // Encodes three seconds of raw 44.1 kHz stereo (see initTestCase) with the options given.
     Mp3ScanResult encodeAndScan(const QString& name, const QString& options) {
         const QString out = m_dir.filePath(name);
         QProcess lame;
         lame.start(m_lame, QStringList{"--quiet", "-r", "-s", "44.1", "--signed", "--little-endian"} +
-                               options.split(QLatin1Char(' '), Qt::SkipEmptyParts) +
+                               options.split(' ', Qt::SkipEmptyParts) +
                                QStringList{m_dir.filePath("in.raw"), out});
         if (!lame.waitForFinished(60000) || lame.exitCode() != 0)
             qWarning() << "lame failed:" << lame.readAllStandardError();
         bool opened = false;
-        const Mp3ScanResult r = Mp3Info::scanFile(out, opened);
-        Q_ASSERT(opened);
-        return r;
+        return Mp3Info::scanFile(out, opened);
     }
 
 private slots:
@@ -41,15 +38,13 @@ private slots:
         m_lame = QStandardPaths::findExecutable("lame");
         if (m_lame.isEmpty())
             QSKIP("lame is not installed");
-        // Silence, a tone and noise in turns, so that a VBR encoder really varies its frames.
+        // A tone, then noise, so that a VBR encoder really varies its frames.
         QByteArray pcm;
         quint32 noise = 12345;
-        for (int i = 0; i < 44100 * 6; ++i) {
-            const int part = (i / 22050) % 3;
+        for (int i = 0; i < 44100 * 3; ++i) {
             noise = noise * 1103515245u + 12345u;
-            const double v = part == 0   ? 0.0
-                             : part == 1 ? 0.6 * std::sin(2.0 * M_PI * 440.0 * i / 44100)
-                                         : (double((noise >> 8) & 0xFFFF) / 32768.0 - 1.0) * 0.8;
+            const double v = i < 66150 ? 0.6 * std::sin(2.0 * M_PI * 440.0 * i / 44100)
+                                       : (double((noise >> 8) & 0xFFFF) / 32768.0 - 1.0) * 0.8;
             const qint16 s = qint16(v * 32000);
             pcm.append(QByteArray(reinterpret_cast<const char*>(&s), 2).repeated(2));
         }
@@ -63,21 +58,17 @@ private slots:
     }
 
     // The plain file's frames are those its tag frame counts; the same audio frames without LAME's
-    // tag frame ("-t") or behind and before ID3 tags give exactly the plain file's result.
+    // tag frame ("-t") or behind an ID3v2 tag give exactly the plain file's result.
     void encodedFiles_data() {
-        QTest::addColumn<QString>("options"); // the plain file's | the other wrapping's ("" none)
+        QTest::addColumn<QString>("options"); // the plain file's | the other wrapping's
         QTest::addColumn<Mp3ScanResult::InfoTag>("tag");
         QTest::addColumn<int>("sampleRate");
         using T = Mp3ScanResult::InfoTag;
-        QTest::newRow("CBR 128, no tag frame") << "-b 128|-t" << T::Info << 44100;
         QTest::newRow("VBR -V 2, no tag frame") << "-V 2|-t" << T::Xing << 44100;
-        QTest::newRow("MPEG-2 22.05 kHz mono") << "-m m --resample 22.05 -b 64|" << T::Info << 22050;
-        QTest::newRow("MPEG-2.5 11.025 kHz VBR") << "-m m --resample 11.025 -V 6|" << T::Xing << 11025;
-        // lame writes an ID3v1 tag behind as well.
-        QTest::newRow("ID3v2 with a cover full of sync-like bytes")
-            << "-V 4|--add-id3v2 --tt Titel --ti " + m_dir.filePath("cover.jpg") << T::Xing << 44100;
-        QTest::newRow("ID3v2 only, padded")
-            << "-V 4|--id3v2-only --pad-id3v2-size 3000 --tl Album" << T::Xing << 44100;
+        QTest::newRow("CBR 128, ID3v2 with a cover full of sync-like bytes")
+            << "-b 128|--add-id3v2 --tt Titel --ti " + m_dir.filePath("cover.jpg") << T::Info << 44100;
+        QTest::newRow("MPEG-2.5 11.025 kHz mono VBR, ID3v2 only")
+            << "-m m --resample 11.025 -V 6|--id3v2-only --tl Album" << T::Xing << 11025;
     }
     void encodedFiles() {
         QFETCH(QString, options);
@@ -90,12 +81,9 @@ private slots:
         QVERIFY(plain.tagFrames > 0);
         QCOMPARE(plain.frames, quint64(plain.tagFrames));
         QCOMPARE(plain.firstHeader.sampleRate, sampleRate);
-        QCOMPARE(std::accumulate(plain.histogram.begin(), plain.histogram.end(), quint64(0)), plain.frames);
-        if (wrapping.isEmpty())
-            return;
-        const Mp3ScanResult other = encodeAndScan("other.mp3", options + QLatin1Char(' ') + wrapping);
-        QCOMPARE(other.infoTag, wrapping == QLatin1String("-t") ? Mp3ScanResult::InfoTag::None : tag);
-        QCOMPARE(other.audioBegin > 0, wrapping.contains(QLatin1String("id3v2")));
+        const Mp3ScanResult other = encodeAndScan("other.mp3", options + ' ' + wrapping);
+        QCOMPARE(other.infoTag, wrapping == "-t" ? Mp3ScanResult::InfoTag::None : tag);
+        QCOMPARE(other.audioBegin > 0, wrapping.contains("id3v2"));
         QCOMPARE(other.firstFrameOffset, other.audioBegin);
         QCOMPARE(other.frames, plain.frames);
         QCOMPARE(other.histogram, plain.histogram);

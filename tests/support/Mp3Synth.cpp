@@ -31,10 +31,6 @@ int rateBits(const Frame& f) {
     return int(bits);
 }
 
-void putBigEndian(QByteArray& b, int at, quint32 v) {
-    qToBigEndian(v, b.data() + at);
-}
-
 int sideInfo(const Frame& f) {
     const bool mono = f.channels == Mono;
     return f.version == Mpeg1 ? (mono ? 17 : 32) : (mono ? 9 : 17);
@@ -59,23 +55,22 @@ int Frame::samplesPerFrame() const {
 int Frame::length() const {
     if (kbps == 0)
         return freeBytes + (padding ? (layer == 1 ? 4 : 1) : 0);
-    const int bytesPerSample = samplesPerFrame() / 8; // 144 for 1152 samples, 72 for 576
     if (layer == 1)
         return (12 * kbps * 1000 / sampleRate + (padding ? 1 : 0)) * 4;
-    return bytesPerSample * kbps * 1000 / sampleRate + (padding ? 1 : 0);
+    return samplesPerFrame() / 8 * kbps * 1000 / sampleRate + (padding ? 1 : 0);
 }
 
 QByteArray Frame::header() const {
     quint32 h = 0xFFE00000u;
     h |= quint32(version) << 19;
     h |= quint32(4 - layer) << 17;
-    h |= crc ? 0u : 1u << 16;
+    h |= 1u << 16; // no CRC
     h |= quint32(bitrateClass()) << 12;
     h |= quint32(rateBits(*this)) << 10;
     h |= padding ? 1u << 9 : 0u;
     h |= quint32(channels) << 6;
     QByteArray b(4, '\0');
-    putBigEndian(b, 0, h);
+    qToBigEndian(h, b.data());
     return b;
 }
 
@@ -117,9 +112,9 @@ QByteArray xingFrame(Frame f, const char* magic, quint32 frames, quint32 bytes) 
     QByteArray b = f.bytes();
     const int at = 4 + sideInfo(f);
     b.replace(at, 4, QByteArray(magic, 4));
-    putBigEndian(b, at + 4, 0x3); // frame and byte counts present
-    putBigEndian(b, at + 8, frames);
-    putBigEndian(b, at + 12, bytes);
+    qToBigEndian(quint32(0x3), b.data() + at + 4); // frame and byte counts present
+    qToBigEndian(frames, b.data() + at + 8);
+    qToBigEndian(bytes, b.data() + at + 12);
     return b;
 }
 
@@ -128,8 +123,8 @@ QByteArray vbriFrame(Frame f, quint32 frames, quint32 bytes) {
     const int at = 36;
     b.replace(at, 4, QByteArray("VBRI", 4));
     b[at + 5] = 1; // version 1
-    putBigEndian(b, at + 10, bytes);
-    putBigEndian(b, at + 14, frames);
+    qToBigEndian(bytes, b.data() + at + 10);
+    qToBigEndian(frames, b.data() + at + 14);
     return b;
 }
 

@@ -19,15 +19,13 @@ struct Frame {
     int sampleRate = 44100;
     bool padding = false;
     Channels channels = JointStereo;
-    bool crc = false;
     int freeBytes = 0;
 
     int bitrateClass() const;
     int length() const;
     int samplesPerFrame() const;
     QByteArray header() const;
-    // Header and a zeroed body.
-    QByteArray bytes() const;
+    QByteArray bytes() const; // header and a zeroed body
 };
 
 // Frames of one constant bit rate, padded the way encoders spread the fractional byte, so that
