@@ -277,16 +277,12 @@ private slots:
         QCOMPARE(r.host.colourCalls.at(1).second, (Rgb{128, 128, 128}));
     }
 
-    // Check boxes are captions: the button text colour is for push buttons only.
-    void buttonTextPaintsPushButtonsOnly() {
+    void cancelClosesWithoutSaving() {
         Rig r;
+        // Check boxes are captions: the button text colour is for push buttons only.
         SchemePainter::paintWindowRole(r.w, ColorRoles::ButtonText, QColor(1, 2, 3));
         QCOMPARE(r.w->BCancel->palette().color(QPalette::ButtonText), QColor(1, 2, 3));
         QVERIFY(r.w->LinkSliders->palette().color(QPalette::ButtonText) != QColor(1, 2, 3));
-    }
-
-    void cancelClosesWithoutSaving() {
-        Rig r;
         r.w->tbOptions->setCurrentIndex(1);
         r.w->show();
         QVERIFY(QTest::qWaitForWindowExposed(r.w));
