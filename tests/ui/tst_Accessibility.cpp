@@ -12,9 +12,7 @@
 #include "ui/TavoxMiniDiagram.h"
 
 #include <QAccessible>
-#include <QAction>
 #include <QLabel>
-#include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpression>
@@ -158,32 +156,6 @@ private slots:
         counts[15] = 7;  // the invalid class is not shown
         d.SetMiniDiagram(counts);
         QCOMPARE(a->text(QAccessible::Description), "160 kbps: 10 %, 128 kbps: 90 %");
-    }
-
-    void menuEntriesTellTheirDesignNamesOnlyWhenAsked_data() {
-        QTest::addColumn<bool>("automation");
-        QTest::newRow("design names on") << true;
-        QTest::newRow("off") << false;
-    }
-    void menuEntriesTellTheirDesignNamesOnlyWhenAsked() {
-        QFETCH(bool, automation);
-        if (automation)
-            qputenv(AutomationIds::kVariable, "1");
-        Rig r;
-        QAction* entry = r.w.MenuPrev[1]; // the one entry shown before any song was played
-        QCOMPARE(entry->objectName(), "MenuPrev(1)");
-        QAccessibleInterface* a = AccessibleFactory::create("QAction", entry);
-        QCOMPARE(a != nullptr, automation);
-        if (!a)
-            return;
-        QAccessible::registerAccessibleInterface(a);
-        QCOMPARE(a->text(QAccessible::Description), "MenuPrev(1)");
-        QCOMPARE(a->parent()->object(), r.w.MenuPrevHead);
-        QSignalSpy triggered(entry, &QAction::triggered);
-        a->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-        QCOMPARE(triggered.count(), 1);
-        // Entries that open a submenu stay Qt's own.
-        QVERIFY(!AccessibleFactory::create("QAction", r.w.MenuDatei->menuAction()));
     }
 };
 

@@ -202,9 +202,6 @@ private slots:
         QVERIFY(r.w->FTest->toPlainText().contains("FieldBackgroundGreen = 7"));
         // Nothing is stored until a preset is saved.
         QVERIFY(!r.t.settings.hasSection("Preset0"));
-        r.w->LColorType->setCurrentRow(-1);
-        r.w->ColorChangeValue("Red");
-        QCOMPARE(r.t.dialogs.messageTexts().last(), "Mist programmiert in Funktion ColorChangeValue...");
     }
 
     void saveAsNumbersAndRefillsTheList() {

@@ -108,21 +108,13 @@ private slots:
         QVERIFY(!QFile::exists(d.partFile()));
     }
 
-    // No answer at all, or no server: fifteen time-out ticks end the download, reported once.
-    void timeout_data() {
-        QTest::addColumn<bool>("serverListens");
-        QTest::newRow("server never answers") << true;
-        QTest::newRow("connection refused") << false;
-    }
+    // No server at all: fifteen time-out ticks end the download, reported once (a server that
+    // never answers ends the same way in the update check's answer table).
     void timeout() {
-        QFETCH(bool, serverListens);
-        m_server->setReply(QStringLiteral("/silent"), LocalHttpServer::Reply{{}, 0, 0, true});
-        QString from = address("/silent");
-        if (!serverListens) {
-            QTcpServer probe;
-            QVERIFY(probe.listen(QHostAddress::LocalHost, 0));
-            from = QStringLiteral("http://127.0.0.1:%1/x").arg(probe.serverPort());
-        }
+        QTcpServer probe;
+        QVERIFY(probe.listen(QHostAddress::LocalHost, 0));
+        const QString from = QStringLiteral("http://127.0.0.1:%1/x").arg(probe.serverPort());
+        probe.close();
         SocketDownload d(m_dialogs);
         d.TimerTimeout->setInterval(20);
         QList<int> counts;
