@@ -259,8 +259,6 @@ private slots:
         QCOMPARE(r.w->FPresetList->count(), deleted ? 3 : 4);
         if (!deleted)
             return;
-        QCOMPARE(r.t.dialogs.questions.first().title, "Achtung!");
-        QCOMPARE(r.t.dialogs.questions.first().buttons, Dialogs::Buttons::YesNoCancel);
         QCOMPARE(r.w->FStatus->text(), "Preset \"- Default Preset -\" (Preset0) wurde geladen");
         QCOMPARE(r.w->FPresetList->currentRow(), 0);
         // Position 2 now shows "Drei" but loads the deleted preset 2 from the file: absent defaults, name

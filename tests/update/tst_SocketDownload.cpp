@@ -148,30 +148,6 @@ private slots:
         QCOMPARE(fileBytes(dest()), QByteArray("second body"));
         QVERIFY(!QFile::exists(first + QStringLiteral(".part")));
     }
-
-    // Kilobytes and per cent rounded half to even; no per cent for a file under half a kilobyte.
-    void progressTexts_data() {
-        QTest::addColumn<qint64>("value");
-        QTest::addColumn<qint64>("max");
-        QTest::addColumn<QString>("texts");
-        const struct {
-            const char* tag;
-            qint64 value, max;
-            const char* texts;
-        } rows[] = {{"one and a half kb rounds to 2", 1536, 10240, "2 kb / 10 kb|20 %"},
-                    {"two and a half kb rounds to 2", 2560, 10240, "2 kb / 10 kb|20 %"},
-                    {"per cent half to even", 1024, 8 * 1024, "1 kb / 8 kb|12 %"},
-                    {"tiny file: no per cent", 100, 500, "0 kb / 0 kb|"}};
-        for (const auto& r : rows)
-            QTest::newRow(r.tag) << r.value << r.max << QString::fromLatin1(r.texts);
-    }
-    void progressTexts() {
-        QFETCH(qint64, value);
-        QFETCH(qint64, max);
-        QTEST(DownloadProgress::infoText(value, max) + QLatin1Char('|') +
-                  DownloadProgress::percentText(value, max),
-              "texts");
-    }
 };
 
 QTEST_GUILESS_MAIN(tst_SocketDownload)
