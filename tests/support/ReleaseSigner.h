@@ -26,11 +26,9 @@ public:
                              static_cast<unsigned long long>(data.size()), m_secret);
         return QByteArray(reinterpret_cast<const char*>(sig), sizeof sig).toBase64();
     }
-    static QByteArray fileLine(const QString& name, qint64 size, const QByteArray& signature) {
-        return "File: " + name.toLatin1() + ' ' + QByteArray::number(size) + ' ' + signature + "\r\n";
-    }
     QByteArray fileLine(const QString& name, const QByteArray& content) const {
-        return fileLine(name, content.size(), sign(content));
+        return "File: " + name.toLatin1() + ' ' + QByteArray::number(content.size()) + ' ' + sign(content) +
+               "\r\n";
     }
     // The two version lines, the given further lines, and the signature of all of them.
     QByteArray versionList(const QByteArray& player, const QByteArray& updater,

@@ -12,10 +12,7 @@
 #include "ui/TavoxMiniDiagram.h"
 
 #include <QAccessible>
-#include <QAction>
 #include <QLabel>
-#include <QListView>
-#include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpression>
@@ -109,9 +106,7 @@ private slots:
         QTest::addColumn<QString>("caption");
         QTest::addColumn<bool>("enabled");
         QTest::addColumn<QString>("name");
-        QTest::newRow("mnemonic first") << "&Play" << true << "Play";
         QTest::newRow("a real ampersand") << "Rock && Roll" << true << "Rock & Roll";
-        QTest::newRow("trailing mark") << "Ende&" << true << "Ende";
         QTest::newRow("disabled") << "&Weiter" << false << "Weiter";
     }
     // A disabled button must neither offer nor do Press, or a script clicks what a user cannot.
@@ -160,45 +155,6 @@ private slots:
         counts[15] = 7;  // the invalid class is not shown
         d.SetMiniDiagram(counts);
         QCOMPARE(a->text(QAccessible::Description), "160 kbps: 10 %, 128 kbps: 90 %");
-    }
-
-    void listRowsCarryTheirTexts() {
-        Rig r;
-        r.w.playlists().paths(1) = {"/m/Alpha.mp3:5", "/m/Beta.mp3:3"};
-        r.w.playlists().FuncDisplayPlaylist(true, 1);
-        QAccessibleInterface* list = iface(r.w.FPlaylist);
-        QStringList rows;
-        for (int i = 0; i < list->childCount(); ++i)
-            if (const QString name = list->child(i)->text(QAccessible::Name); !name.isEmpty())
-                rows << name;
-        QCOMPARE(rows, (QStringList{"1. Alpha", "2. Beta"}));
-    }
-
-    void menuEntriesTellTheirDesignNamesOnlyWhenAsked_data() {
-        QTest::addColumn<bool>("automation");
-        QTest::newRow("design names on") << true;
-        QTest::newRow("off") << false;
-    }
-    void menuEntriesTellTheirDesignNamesOnlyWhenAsked() {
-        QFETCH(bool, automation);
-        if (automation)
-            qputenv(AutomationIds::kVariable, "1");
-        Rig r;
-        QAction* entry = r.w.MenuPrev[1]; // the one entry shown before any song was played
-        QCOMPARE(entry->objectName(), "MenuPrev(1)");
-        QAccessibleInterface* a = AccessibleFactory::create("QAction", entry);
-        QCOMPARE(a != nullptr, automation);
-        if (!a)
-            return;
-        QAccessible::registerAccessibleInterface(a);
-        QCOMPARE(a->text(QAccessible::Description), "MenuPrev(1)");
-        QCOMPARE(a->role(), QAccessible::MenuItem);
-        QCOMPARE(a->parent()->object(), r.w.MenuPrevHead);
-        QSignalSpy triggered(entry, &QAction::triggered);
-        a->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-        QCOMPARE(triggered.count(), 1);
-        // Entries that open a submenu stay Qt's own.
-        QVERIFY(!AccessibleFactory::create("QAction", r.w.MenuDatei->menuAction()));
     }
 };
 

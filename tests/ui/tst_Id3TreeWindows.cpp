@@ -10,8 +10,6 @@
 #include <QAction>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListView>
-#include <QMenu>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -65,8 +63,6 @@ private slots:
         QCOMPARE(main.playlists().list(1).count(), bytes.isEmpty() ? 0 : 2);
         if (!bytes.isEmpty())
             main.playlists().list(1).selectOnly(1);
-        QVERIFY(main.MenuPlaylist->actions().contains(main.MenuPlaylistID3));
-        QCOMPARE(main.FPlaylist->contextMenuPolicy(), Qt::CustomContextMenu);
         main.MenuPlaylistID3->trigger();
 
         TavoMP3ID3& w = main.id3Window();
@@ -78,9 +74,6 @@ private slots:
                          w.FCategory->text(), w.FTrack->text(), w.FComment->text(), w.LTagVersion->text()}),
             shown.split('|'));
         QVERIFY(t.dialogs.questions.isEmpty());
-        if (const QString folder = qEnvironmentVariable("TAVO_SCREENSHOT_DIR");
-            !folder.isEmpty() && !bytes.isEmpty())
-            w.grab().save(folder + "/id3-window-" + QTest::currentDataTag() + ".png");
     }
 };
 

@@ -1,7 +1,7 @@
 // Table rows read better as plain literals; the product code keeps the strict conversions.
 #undef QT_NO_CAST_FROM_ASCII
 
-// The mini diagram: bar lengths from a histogram, colours, and the picture it paints.
+// The mini diagram: bar lengths from a histogram and the picture it paints.
 #include "ui/TavoxMiniDiagram.h"
 
 #include <QImage>
@@ -58,9 +58,7 @@ private slots:
             << histogram({{0, 1000}, {15, 1000}, {5, 2}}) << stubsWith({{5, 1320}});
         // Nothing to draw leaves the diagram of the song before.
         const Ends before = stubsWith({{9, 1320}, {10, 850}});
-        QTest::newRow("all zero") << Histogram{} << before;
         QTest::newRow("only classes 0 and 15") << histogram({{0, 500}, {15, 3}}) << before;
-        QTest::newRow("negative counts") << histogram({{3, -5}}) << before;
     }
     void barsScaleToTheLargestClass() {
         QFETCH(Histogram, counts);
@@ -72,26 +70,6 @@ private slots:
         QCOMPARE(ends(d), expected);
     }
 
-    void colours_data() {
-        QTest::addColumn<float>("number");
-        QTest::addColumn<QColor>("color");
-        QTest::newRow("mixed") << colorNumber(12, 200, 99) << QColor(12, 200, 99);
-        // Single precision is rounded to a whole colour number, halves to even.
-        QTest::newRow("fraction rounds up") << 255.75f << QColor(0, 1, 0);
-        QTest::newRow("half rounds to even") << 254.5f << QColor(254, 0, 0);
-    }
-    void colours() {
-        QFETCH(float, number);
-        QFETCH(QColor, color);
-        TavoxMiniDiagram d;
-        d.SetTextColor(number);
-        QCOMPARE(d.textColor(), color);
-        for (QLabel* label : d.findChildren<QLabel*>())
-            QCOMPARE(label->palette().color(QPalette::WindowText), color);
-        d.SetBackgroundColor(number);
-        QCOMPARE(d.backgroundColor(), color);
-    }
-
     void paintsBarsInTheTextColour() {
         TavoxMiniDiagram d;
         d.SetTextColor(colorNumber(255, 255, 0));
@@ -99,8 +77,6 @@ private slots:
         // A VBR song: most frames at 128-192 kbit/s, some lower and higher.
         d.SetMiniDiagram(Histogram{0, 0, 0, 0, 0, 40, 90, 200, 380, 520, 610, 300, 120, 45, 12, 0});
         const QImage image = d.grab().toImage();
-        if (!qEnvironmentVariableIsEmpty("TAVO_SCREENSHOT_DIR"))
-            image.save(qEnvironmentVariable("TAVO_SCREENSHOT_DIR") + "/TavoxMiniDiagram.png");
         auto at = [&image](int xTwips, int yTwips) { return image.pixelColor(xTwips / 15, yTwips / 15); };
         QCOMPARE(at(1300, TavoxMiniDiagram::lineY(10)), QColor(255, 255, 0)); // the full bar
         QCOMPARE(at(1300, TavoxMiniDiagram::lineY(14)), QColor(0, 0, 64));    // short bar ends early
@@ -109,6 +85,7 @@ private slots:
         // "320" sits above "32": the higher classes are nearer the top.
         auto* top = d.findChild<QLabel*>("Label5");
         QVERIFY(top->text() == QLatin1String("320") && top->y() < d.findChild<QLabel*>("Label1")->y());
+        QCOMPARE(top->palette().color(QPalette::WindowText), QColor(255, 255, 0));
     }
 };
 
