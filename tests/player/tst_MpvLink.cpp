@@ -42,6 +42,11 @@ class tst_MpvLink : public QObject {
         return link;
     }
     int status(MpvLink& link) { return link.WinampGetInfo(PlayerLink::InfoStatus).toInt(); }
+    void playLast(MpvLink& link) {
+        link.WinampCommand(PlayerLink::JumpToLastCommand);
+        link.WinampCommand(PlayerLink::PlayCommand);
+        QTRY_COMPARE(status(link), 1);
+    }
     // The files of mpv's own list, in order.
     QStringList playerList() const {
         QStringList files;
@@ -64,22 +69,18 @@ private slots:
         m_env.reset();
     }
 
-    void startsOnceAndFindsTheRunningPlayer() {
-        auto first = startedLink();
+    // One player serves every link, whatever path they are given; it is driven through play, pause,
+    // stop and seek, and when it is killed under the link that is reported once, every later message
+    // goes nowhere and answers 0, and another start brings a new player.
+    void drivesTheOnePlayerUntilItIsKilled() {
+        auto link = startedLink();
         const qint64 pid = m_env->pid();
-        QVERIFY(first->isConnected() && pid > 0);
-        // Whatever the path says, a player that answers is used and none is started.
         for (const QString& path : {MpvTestPlayer::mpvPath(), u"/nonexistent/mpv"_s, QString()}) {
             MpvLink second(m_status, m_dialogs, m_env->socketPath());
             second.StartWinamp(path);
-            QVERIFY(second.isConnected());
-            QCOMPARE(m_env->pid(), pid);
+            QVERIFY(second.isConnected() && pid > 0 && m_env->pid() == pid);
         }
-        QVERIFY(m_dialogs.questions.isEmpty() && m_status.text().isEmpty());
-    }
-
-    void appendJumpPlayPauseSeekStop() {
-        auto link = startedLink();
+        QVERIFY(m_dialogs.questions.isEmpty());
         auto info = [&](quint8 code) { return link->WinampGetInfo(code).toInt(); };
         const QString a = song(u"a6.mp3"_s, 6.0), b = song(u"b.mp3"_s, 3.0);
         link->WinampPlayFile(a);
@@ -88,21 +89,14 @@ private slots:
         QCOMPARE(status(*link), 0); // appending does not start anything
         QCOMPARE(info(PlayerLink::InfoPosition), -1);
         QCOMPARE(link->WinampJumpToTime(1, 0), -1); // nothing playing
-        QCOMPARE(info(PlayerLink::InfoVersion), 0x0035);
-        for (quint8 silent : {5, 7, 14, 255}) // codes the classic player sends nothing for
-            QVERIFY(!link->WinampGetInfo(silent).isValid());
-
-        link->WinampCommand(PlayerLink::JumpToLastCommand);
-        link->WinampCommand(PlayerLink::PlayCommand);
-        QTRY_COMPARE(status(*link), 1);
+        playLast(*link);
         QTRY_COMPARE(info(PlayerLink::InfoListPos), 1);
         // While the file loads the player already counts as playing; its data follows within moments.
         QTRY_COMPARE(m_env->property(u"path"_s).toString(), b);
-        QTRY_COMPARE(link->WinampGetInfo(PlayerLink::InfoTitle).toString(), u"b.mp3"_s);
-        QTRY_COMPARE(info(PlayerLink::InfoLength), 3);
-        QTRY_COMPARE(info(PlayerLink::InfoSampleRate), 44);
-        QTRY_COMPARE(info(PlayerLink::InfoBitrate), 128);
-        QCOMPARE(info(PlayerLink::InfoCode12), 2);
+        QTRY_COMPARE(u"%1 %2 %3"_s.arg(link->WinampGetInfo(PlayerLink::InfoTitle).toString())
+                         .arg(info(PlayerLink::InfoLength))
+                         .arg(info(PlayerLink::InfoCode12)),
+                     u"b.mp3 3 2"_s);
         const int p1 = info(PlayerLink::InfoPosition);
         QVERIFY(p1 >= 0);
         QTRY_VERIFY(info(PlayerLink::InfoPosition) >= p1 + 300);
@@ -126,19 +120,32 @@ private slots:
         link->WinampCommand(PlayerLink::PauseCommand);
         QTRY_COMPARE(status(*link), 3);
         link->WinampPlayFile(a);
-        link->WinampCommand(PlayerLink::JumpToLastCommand);
-        link->WinampCommand(PlayerLink::PlayCommand);
-        QTRY_COMPARE(status(*link), 1);
+        playLast(*link);
         QTRY_COMPARE(info(PlayerLink::InfoListPos), 2);
         QTRY_COMPARE(info(PlayerLink::InfoLength), 6); // a seek needs the length
         QCOMPARE(link->WinampJumpToTime(4, 500), 0);
         QTRY_VERIFY(info(PlayerLink::InfoPosition) >= 4500);
         QCOMPARE(link->WinampJumpToTime(60, 0), 1); // past the end
-        for (auto [volume, mpv] : {std::pair{255, 100.0}, {0, 0.0}, {51, 20.0}}) {
+        for (auto [volume, mpv] : {std::pair{255, 100.0}, {51, 20.0}}) {
             link->WinampSetVolume(quint8(volume));
             QCOMPARE(m_env->property(u"volume"_s).toDouble(), mpv);
         }
         QVERIFY(m_status.text().isEmpty());
+
+        QVERIFY(MpvTestPlayer::kill(pid));
+        QCOMPARE(status(*link), 0);
+        QVERIFY2(m_status.text().startsWith(u"WinampModule Error: "_s) &&
+                     m_status.text().endsWith(u" and number 57"_s),
+                 qPrintable(m_status.text()));
+        m_status.setText(QString());
+        link->WinampPlayFile(b);
+        link->WinampCommand(PlayerLink::PlayCommand);
+        QCOMPARE(link->WinampSetVolume(100) + link->WinampJumpToTime(1, 0), 0);
+        QCOMPARE(info(PlayerLink::InfoPosition) + info(PlayerLink::InfoListLength), 0);
+        QVERIFY(m_status.text().isEmpty());
+        link->StartWinamp(MpvTestPlayer::mpvPath());
+        QTRY_VERIFY_WITH_TIMEOUT(link->isConnected(), 10000);
+        QCOMPARE(info(PlayerLink::InfoListLength), 0);
     }
 
     // The end of a song reaches the monitor as mpv's event: with a poll of an hour the list is still
@@ -344,33 +351,6 @@ private slots:
         QCOMPARE(m_status.text(),
                  u"Player nicht verbunden: "_s + socketPath + u" gehört einem anderen Benutzer."_s);
         QCOMPARE(m_env->pid(), qint64(0)); // and no player of ours was started in its place
-    }
-
-    void killedPlayerIsReportedAndAnswersZero() {
-        auto link = startedLink();
-        link->WinampPlayFile(song(u"a.mp3"_s, 3.0));
-        link->WinampCommand(PlayerLink::JumpToLastCommand);
-        link->WinampCommand(PlayerLink::PlayCommand);
-        QTRY_COMPARE(status(*link), 1);
-        QVERIFY(MpvTestPlayer::kill(m_env->pid()));
-
-        QCOMPARE(status(*link), 0);
-        QVERIFY2(m_status.text().startsWith(u"WinampModule Error: "_s), qPrintable(m_status.text()));
-        QVERIFY(m_status.text().endsWith(u" and number 57"_s));
-        m_status.setText(QString());
-        // From now on every message goes nowhere, every query answers 0, nothing is reported again.
-        link->WinampPlayFile(song(u"b.mp3"_s, 1.0));
-        link->WinampCommand(PlayerLink::PlayCommand);
-        QCOMPARE(link->WinampSetVolume(100), 0);
-        QCOMPARE(link->WinampJumpToTime(1, 0), 0);
-        QCOMPARE(link->WinampGetInfo(PlayerLink::InfoPosition).toInt(), 0);
-        QCOMPARE(link->WinampGetInfo(PlayerLink::InfoListLength).toInt(), 0);
-        QVERIFY(m_status.text().isEmpty());
-
-        // Another StartWinamp brings a new player.
-        link->StartWinamp(MpvTestPlayer::mpvPath());
-        QTRY_VERIFY_WITH_TIMEOUT(link->isConnected(), 10000);
-        QCOMPARE(link->WinampGetInfo(PlayerLink::InfoListLength).toInt(), 0);
     }
 
     // A player path that leads nowhere: a missing file asks for a correct path, a file that cannot be
