@@ -1,8 +1,8 @@
 #include "base/StatusLine.h"
 #include "player/MpvLink.h"
 #include "player/SocketFolder.h"
-#include "support/MpvPlaybackRig.h"
 #include "support/MpvTestPlayer.h"
+#include "support/PlaybackRig.h"
 #include "support/ScriptedDialogs.h"
 #include "support/SilentMp3.h"
 
@@ -151,10 +151,10 @@ private slots:
     // The end of a song reaches the monitor as mpv's event: with a poll of an hour the list is still
     // played through, in order, by the ticks the events bring.
     void songEndBringsTheNextSongAtOnce() {
-        MpvPlaybackRig r(m_env->socketPath());
-        r.link.StartWinamp(MpvTestPlayer::mpvPath());
+        PlaybackCore<MpvLink> r(m_env->socketPath());
+        r.player.StartWinamp(MpvTestPlayer::mpvPath());
         const QStringList songs{song(u"e1.mp3"_s, 0.4), song(u"e2.mp3"_s, 0.4), song(u"e3.mp3"_s, 0.4)};
-        r.setPlaylist(songs);
+        r.setLines(1, QStringList(songs).replaceInStrings(QRegularExpression(u"$"_s), u":5"_s));
         r.monitor.tmrTime.setInterval(3600 * 1000);
         r.monitor.tmrTime.start();
         r.transport.Play(0);
@@ -167,11 +167,11 @@ private slots:
     // for stopped nor waits for it, a request that goes unanswered is reported until the player answers
     // again, and Stop and Beenden reach it when it goes on.
     void stalledPlayerKeepsItsSongAndItsCommands() {
-        MpvPlaybackRig r(m_env->socketPath());
-        r.link.StartWinamp(MpvTestPlayer::mpvPath());
-        QTRY_VERIFY_WITH_TIMEOUT(r.link.isConnected(), 10000);
+        PlaybackCore<MpvLink> r(m_env->socketPath());
+        r.player.StartWinamp(MpvTestPlayer::mpvPath());
+        QTRY_VERIFY_WITH_TIMEOUT(r.player.isConnected(), 10000);
         const QStringList songs{song(u"s1.mp3"_s, 2.0), song(u"s2.mp3"_s, 0.5)};
-        r.setPlaylist(songs);
+        r.setLines(1, QStringList(songs).replaceInStrings(QRegularExpression(u"$"_s), u":5"_s));
         int ticks = 0;
         connect(&r.monitor, &PlaybackMonitor::textChanged,
                 [&ticks](PlaybackMonitor::Label label) { ticks += label == PlaybackMonitor::Test2; });
@@ -179,7 +179,7 @@ private slots:
         const qint64 pid = m_env->pid();
         QVERIFY(pid > 0); // kill(0, SIGSTOP) would stop this test itself
         auto hang = [&](int ms) {
-            QTRY_VERIFY(r.link.WinampGetInfo(PlayerLink::InfoPosition).toInt() >= 300);
+            QTRY_VERIFY(r.player.WinampGetInfo(PlayerLink::InfoPosition).toInt() >= 300);
             ::kill(pid_t(pid), SIGSTOP);
             ticks = 0;
             QTest::qWait(ms);
@@ -198,10 +198,10 @@ private slots:
         hang(500);
         r.transport.VolumeMoved(255); // goes unanswered
         QCOMPARE(r.statusText(), u"WinampModule Error: Der Player antwortet nicht and number 57"_s);
-        QVERIFY(r.link.isStalled());
+        QVERIFY(r.player.isStalled());
         r.transport.Stop();
         ::kill(pid_t(pid), SIGCONT);
-        QTRY_VERIFY(!r.link.isStalled());
+        QTRY_VERIFY(!r.player.isStalled());
         QVERIFY(r.statusText().isEmpty());
         QTRY_COMPARE(m_env->property(u"idle-active"_s).toBool(), true);
         QCOMPARE(m_env->property(u"volume"_s).toDouble(), 100.0);
@@ -210,10 +210,10 @@ private slots:
         r.transport.Play(0);
         hang(300);
         r.monitor.tmrTime.stop();
-        r.link.WinampCommand(PlayerLink::CloseCommand); // Beenden
+        r.player.WinampCommand(PlayerLink::CloseCommand); // Beenden
         ::kill(pid_t(pid), SIGCONT);
         QTRY_VERIFY(!MpvTestPlayer::alive(pid));
-        QCOMPARE(status(r.link), 0);
+        QCOMPARE(status(r.player), 0);
         QVERIFY(r.statusText().isEmpty());
     }
 
