@@ -28,7 +28,6 @@ private slots:
                      .arg(r.state.PlayerStatus, 0, 16)
                      .arg(r.history.slot(1)),
                  u"1 b 1 2095 1"_s);
-        QCOMPARE(r.startedNames, QStringList{u"b"_s});
         QCOMPARE(r.playlists.list(1).selectedRows(), QList<int>{1});
     }
 
