@@ -21,66 +21,52 @@ class tst_Playback : public QObject {
     }
 
 private slots:
-    void play_data() {
+    // Play <selected row> and Next from <position>, "autocue" or "shuffle" on: the files handed over,
+    // then play mode ("7" = untouched), focus requests and random draws, and the status line.
+    void playAndNext_data() {
+        QTest::addColumn<QString>("button");
         QTest::addColumn<QStringList>("songs");
-        QTest::addColumn<int>("selected");
-        QTest::addColumn<bool>("autoCue");
-        QTest::addColumn<QStringList>("played");
-        QTest::addColumn<int>("playMode");
-        QTest::newRow("selected line") << abc() << 2 << false << QStringList{u"/m/c.mp3"_s} << 1;
-        QTest::newRow("autocue plays one song only") << abc() << 0 << true << QStringList{u"/m/a.mp3"_s} << 0;
-        QTest::newRow("nothing selected hands on -1") << abc() << -1 << false << QStringList{} << 1;
-        QTest::newRow("empty list does nothing") << QStringList{} << -1 << false << QStringList{} << 7;
+        QTest::addColumn<QString>("played");
+        QTest::addColumn<QString>("outcome");
+        const QString missing =
+            u"Sub Playsong: Lied nicht vorhanden oder Listenende erreicht! Songposition = "_s;
+        QTest::newRow("play the selected line") << u"play 2"_s << abc() << u"/m/c.mp3"_s << u"1 1 0|"_s;
+        QTest::newRow("autocue plays one song only")
+            << u"play 0 autocue"_s << abc() << u"/m/a.mp3"_s << u"0 1 0|"_s;
+        QTest::newRow("nothing selected hands on -1")
+            << u"play -1"_s << abc() << QString() << u"1 1 0|"_s + missing + u"-1"_s;
+        QTest::newRow("play on an empty list") << u"play -1"_s << QStringList{} << QString() << u"7 0 0|"_s;
+        // Next switches play mode on, even under AUTOCUE; it leaves the end of the list to PlaySong.
+        QTest::newRow("next") << u"next 0 autocue"_s << abc() << u"/m/b.mp3"_s << u"1 1 0|"_s;
+        QTest::newRow("next at the end")
+            << u"next 2 autocue"_s << abc() << QString() << u"1 1 0|"_s + missing + u"3"_s;
+        QTest::newRow("next draws") << u"next 2 shuffle"_s << abc() << u"/m/b.mp3"_s
+                                    << u"1 1 2|    Zeit: 0"_s;
+        QTest::newRow("next on an empty list")
+            << u"next -1 shuffle"_s << QStringList{} << QString() << u"7 0 0|"_s;
     }
-    void play() {
+    void playAndNext() {
+        QFETCH(QString, button);
         QFETCH(QStringList, songs);
-        QFETCH(int, selected);
-        QFETCH(bool, autoCue);
-        QFETCH(QStringList, played);
-        QFETCH(int, playMode);
+        QFETCH(QString, played);
+        QFETCH(QString, outcome);
+        const QStringList words = button.split(u' ');
         PlaybackRig r;
         r.setPlaylist(1, songs);
-        r.state.AutoCue = autoCue;
-        r.state.PlayMode = 7; // marks "untouched"
+        r.state.PlaylistPosition = words[1].toInt();
+        r.state.AutoCue = words.contains(u"autocue"_s);
+        r.state.ShuffleStatus = words.contains(u"shuffle"_s);
+        r.state.PlayMode = 7;
+        r.t.random.values = {0.7, 0.0};
         int focus = 0;
         connect(&r.transport, &Transport::focusPlaylistRequested, [&] { ++focus; });
-        r.transport.Play(selected);
-        QCOMPARE(r.player.playedFiles(), played);
-        QCOMPARE(int(r.state.PlayMode), playMode);
-        QCOMPARE(focus, playMode == 7 ? 0 : 1);
-        if (selected == -1 && !songs.isEmpty())
-            QVERIFY(r.statusText().endsWith(u"Songposition = -1"_s));
-    }
-
-    void next_data() {
-        QTest::addColumn<int>("position");
-        QTest::addColumn<bool>("shuffle");
-        QTest::addColumn<QStringList>("played");
-        QTest::addColumn<QString>("status");
-        QTest::newRow("middle") << 0 << false << QStringList{u"/m/b.mp3"_s} << QString();
-        QTest::newRow("at the end no check")
-            << 2 << false << QStringList{}
-            << u"Sub Playsong: Lied nicht vorhanden oder Listenende erreicht! Songposition = 3"_s;
-        QTest::newRow("shuffle draws") << 2 << true << QStringList{u"/m/b.mp3"_s} << u"    Zeit: 0"_s;
-        QTest::newRow("empty list: nothing, no draw") << -1 << true << QStringList{} << QString();
-    }
-    void next() {
-        QFETCH(int, position);
-        QFETCH(bool, shuffle);
-        QFETCH(QStringList, played);
-        QFETCH(QString, status);
-        PlaybackRig r;
-        r.setPlaylist(1, position < 0 ? QStringList{} : abc());
-        r.state.PlaylistPosition = position;
-        r.state.AutoCue = true;
-        r.state.ShuffleStatus = shuffle;
-        r.t.random.values = {0.7, 0.0};
-        r.transport.Next();
-        QCOMPARE(r.player.playedFiles(), played);
-        QCOMPARE(r.statusText(), status);
-        // Next switches play mode on, even under AUTOCUE.
-        QCOMPARE(r.state.PlayMode, quint8(position < 0 ? 0 : 1));
-        QCOMPARE(r.t.random.draws, shuffle && position >= 0 ? 2 : 0);
+        if (words[0] == u"play"_s)
+            r.transport.Play(words[1].toInt());
+        else
+            r.transport.Next();
+        QCOMPARE(r.player.playedFiles().join(u' '), played);
+        QCOMPARE(u"%1 %2 %3|%4"_s.arg(r.state.PlayMode).arg(focus).arg(r.t.random.draws).arg(r.statusText()),
+                 outcome);
     }
 
     void autoCue_data() {
