@@ -56,9 +56,8 @@ private slots:
     }
 
     void rgbChecksAndPacks() {
-        QVERIFY_THROWS_EXCEPTION(RuntimeError, Rgb::make(-1, 0, 0));
-        QVERIFY_THROWS_EXCEPTION(RuntimeError, Rgb::make(0, -1, 0));
-        QVERIFY_THROWS_EXCEPTION(RuntimeError, Rgb::make(0, 0, -1));
+        for (auto [red, green, blue] : {std::tuple{-1, 0, 0}, {0, -1, 0}, {0, 0, -1}})
+            QVERIFY_THROWS_EXCEPTION(RuntimeError, Rgb::make(red, green, blue));
         QCOMPARE(Rgb::fromPacked(0xC000), (Rgb{0, 192, 0}));
         QCOMPARE((Rgb{1, 2, 3}).packed(), quint32(0x030201));
     }

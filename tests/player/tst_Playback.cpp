@@ -21,70 +21,52 @@ class tst_Playback : public QObject {
     }
 
 private slots:
-    void play_data() {
+    // Play <selected row> and Next from <position>, "autocue" or "shuffle" on: the files handed over,
+    // then play mode ("7" = untouched), focus requests and random draws, and the status line.
+    void playAndNext_data() {
+        QTest::addColumn<QString>("button");
         QTest::addColumn<QStringList>("songs");
-        QTest::addColumn<int>("selected");
-        QTest::addColumn<bool>("autoCue");
-        QTest::addColumn<QStringList>("played");
-        QTest::addColumn<int>("playMode");
-        QTest::newRow("selected line") << abc() << 2 << false << QStringList{u"/m/c.mp3"_s} << 1;
-        QTest::newRow("autocue plays one song only") << abc() << 0 << true << QStringList{u"/m/a.mp3"_s} << 0;
-        QTest::newRow("nothing selected hands on -1") << abc() << -1 << false << QStringList{} << 1;
-        QTest::newRow("empty list does nothing") << QStringList{} << -1 << false << QStringList{} << 7;
+        QTest::addColumn<QString>("played");
+        QTest::addColumn<QString>("outcome");
+        const QString missing =
+            u"Sub Playsong: Lied nicht vorhanden oder Listenende erreicht! Songposition = "_s;
+        QTest::newRow("play the selected line") << u"play 2"_s << abc() << u"/m/c.mp3"_s << u"1 1 0|"_s;
+        QTest::newRow("autocue plays one song only")
+            << u"play 0 autocue"_s << abc() << u"/m/a.mp3"_s << u"0 1 0|"_s;
+        QTest::newRow("nothing selected hands on -1")
+            << u"play -1"_s << abc() << QString() << u"1 1 0|"_s + missing + u"-1"_s;
+        QTest::newRow("play on an empty list") << u"play -1"_s << QStringList{} << QString() << u"7 0 0|"_s;
+        // Next switches play mode on, even under AUTOCUE; it leaves the end of the list to PlaySong.
+        QTest::newRow("next") << u"next 0 autocue"_s << abc() << u"/m/b.mp3"_s << u"1 1 0|"_s;
+        QTest::newRow("next at the end")
+            << u"next 2 autocue"_s << abc() << QString() << u"1 1 0|"_s + missing + u"3"_s;
+        QTest::newRow("next draws") << u"next 2 shuffle"_s << abc() << u"/m/b.mp3"_s
+                                    << u"1 1 2|    Zeit: 0"_s;
+        QTest::newRow("next on an empty list")
+            << u"next -1 shuffle"_s << QStringList{} << QString() << u"7 0 0|"_s;
     }
-    void play() {
+    void playAndNext() {
+        QFETCH(QString, button);
         QFETCH(QStringList, songs);
-        QFETCH(int, selected);
-        QFETCH(bool, autoCue);
-        QFETCH(QStringList, played);
-        QFETCH(int, playMode);
+        QFETCH(QString, played);
+        QFETCH(QString, outcome);
+        const QStringList words = button.split(u' ');
         PlaybackRig r;
         r.setPlaylist(1, songs);
-        r.state.AutoCue = autoCue;
-        r.state.PlayMode = 7; // marks "untouched"
+        r.state.PlaylistPosition = words[1].toInt();
+        r.state.AutoCue = words.contains(u"autocue"_s);
+        r.state.ShuffleStatus = words.contains(u"shuffle"_s);
+        r.state.PlayMode = 7;
+        r.t.random.values = {0.7, 0.0};
         int focus = 0;
         connect(&r.transport, &Transport::focusPlaylistRequested, [&] { ++focus; });
-        r.transport.Play(selected);
-        QCOMPARE(r.player.playedFiles(), played);
-        QCOMPARE(int(r.state.PlayMode), playMode);
-        QCOMPARE(focus, playMode == 7 ? 0 : 1);
-        if (selected == -1 && !songs.isEmpty())
-            QVERIFY(r.statusText().endsWith(u"Songposition = -1"_s));
-    }
-
-    void next_data() {
-        QTest::addColumn<int>("position");
-        QTest::addColumn<bool>("shuffle");
-        QTest::addColumn<QStringList>("played");
-        QTest::addColumn<QString>("status");
-        QTest::newRow("middle") << 0 << false << QStringList{u"/m/b.mp3"_s} << QString();
-        QTest::newRow("at the end no check")
-            << 2 << false << QStringList{}
-            << u"Sub Playsong: Lied nicht vorhanden oder Listenende erreicht! Songposition = 3"_s;
-        QTest::newRow("shuffle draws") << 2 << true << QStringList{u"/m/b.mp3"_s} << u"    Zeit: 0"_s;
-    }
-    void next() {
-        QFETCH(int, position);
-        QFETCH(bool, shuffle);
-        QFETCH(QStringList, played);
-        QFETCH(QString, status);
-        PlaybackRig r;
-        r.setPlaylist(1, abc());
-        r.state.PlaylistPosition = position;
-        r.state.AutoCue = true;
-        r.state.ShuffleStatus = shuffle;
-        r.t.random.values = {0.7, 0.0};
-        r.transport.Next();
-        QCOMPARE(r.player.playedFiles(), played);
-        QCOMPARE(r.statusText(), status);
-        QCOMPARE(r.state.PlayMode, quint8(1)); // Next switches play mode on, even under AUTOCUE
-
-        PlaybackRig empty;
-        empty.setPlaylist(1, {});
-        empty.transport.Next();
-        QVERIFY(empty.player.calls.isEmpty());
-        QCOMPARE(empty.state.PlayMode, quint8(0));
-        QCOMPARE(empty.t.random.draws, 0);
+        if (words[0] == u"play"_s)
+            r.transport.Play(words[1].toInt());
+        else
+            r.transport.Next();
+        QCOMPARE(r.player.playedFiles().join(u' '), played);
+        QCOMPARE(u"%1 %2 %3|%4"_s.arg(r.state.PlayMode).arg(focus).arg(r.t.random.draws).arg(r.statusText()),
+                 outcome);
     }
 
     void autoCue_data() {
@@ -114,18 +96,12 @@ private slots:
 
     void volumeCaption() {
         PlaybackRig r;
-        QString caption;
-        connect(&r.transport, &Transport::volumeCaption, [&](const QString& s) { caption = s; });
-        r.transport.VolumePressed();
-        QVERIFY(r.state.volumeDrag);
-        for (auto [value, text] :
-             {std::pair{255, u"VOLUME: 100%"_s}, {2, u"VOLUME: 0%"_s}, {128, u"VOLUME: 50%"_s}}) {
+        QStringList captions;
+        connect(&r.transport, &Transport::volumeCaption, [&](const QString& s) { captions << s; });
+        for (int value : {255, 2, 128})
             r.transport.VolumeMoved(value);
-            QCOMPARE(caption, text);
-            QCOMPARE(r.player.volume, value);
-        }
-        r.transport.VolumeReleased();
-        QVERIFY(!r.state.volumeDrag);
+        QCOMPARE(captions.join(u'|'), u"VOLUME: 100%|VOLUME: 0%|VOLUME: 50%"_s);
+        QCOMPARE(r.player.volume, 128);
     }
 
     // No immediate repeats; the menu shows the newest first, "..." for an entry past the list, and
@@ -152,9 +128,19 @@ private slots:
         QCOMPARE(captions.mid(0, 6),
                  (QStringList{u"1. b"_s, u"2. ..."_s, u"3. b"_s, u"4. c"_s, u"5. b"_s, u"..."_s}));
         QCOMPARE(visible.mid(0, 6), (QList<bool>{true, true, true, true, true, false}));
+        // An entry past the list plays nothing; Previous is the song before the one playing now; an
+        // empty slot reads as entry 0.
+        int refreshes = 0;
+        connect(&r.transport, &Transport::priorityDisplayRefreshRequested, [&] { ++refreshes; });
+        r.player.clearLog();
+        r.transport.PlayPrevious(2);
+        r.transport.PlayPrevious(4);
+        r.transport.Previous();
         r.transport.ResetPrevSongs();
         QCOMPARE(captions, QStringList(20, u"..."_s));
-        QCOMPARE(r.history.slot(1), 0);
+        r.transport.PlayPrevious(1);
+        QCOMPARE(r.player.playedFiles(), (QStringList{u"/m/c.mp3"_s, u"/m/b.mp3"_s, u"/m/a.mp3"_s}));
+        QCOMPARE(refreshes, 3);
 
         PrevSongs h;
         for (int i = 1; i <= 21; ++i)
@@ -163,50 +149,14 @@ private slots:
         QCOMPARE(h.slot(20), 2);
     }
 
-    void historyEntriesPlay_data() {
-        QTest::addColumn<QList<int>>("history"); // oldest first
-        QTest::addColumn<int>("slot");
-        QTest::addColumn<QStringList>("played");
-        QTest::newRow("slot 2") << QList<int>{2, 1} << 2 << QStringList{u"/m/c.mp3"_s};
-        QTest::newRow("beyond the list") << QList<int>{9} << 1 << QStringList{};
-        QTest::newRow("empty slot 1 plays entry 0") << QList<int>{} << 1 << QStringList{u"/m/a.mp3"_s};
-        // The tray's Previous: the song before the one playing now.
-        QTest::newRow("tray previous") << QList<int>{0, 2} << 0 << QStringList{u"/m/a.mp3"_s};
-    }
-    void historyEntriesPlay() {
-        QFETCH(QList<int>, history);
-        QFETCH(int, slot);
-        QFETCH(QStringList, played);
-        PlaybackRig r;
-        r.setPlaylist(1, abc());
-        for (int i : history)
-            r.history.AddToPrevSongs(i);
-        int refreshes = 0;
-        connect(&r.transport, &Transport::priorityDisplayRefreshRequested, [&] { ++refreshes; });
-        if (slot == 0)
-            r.transport.Previous();
-        else
-            r.transport.PlayPrevious(slot);
-        QCOMPARE(r.player.playedFiles(), played);
-        QCOMPARE(refreshes, played.isEmpty() ? 0 : 1);
-    }
-
-    void formatTime_data() {
-        QTest::addColumn<int>("seconds");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("after");
-        QTest::newRow("67") << 67 << u"1:07"_s << 67;
-        QTest::newRow("3725 has no hours") << 3725 << u"62:05"_s << 3725;
-        QTest::newRow("negative is set to 0") << -5 << u"0:00"_s << 0;
-        QTest::newRow("largest") << 32767 << u"546:07"_s << 32767;
-    }
+    // Minutes without hours; a negative time reads and becomes 0.
     void formatTime() {
-        QFETCH(int, seconds);
-        QFETCH(QString, text);
-        QFETCH(int, after);
-        qint16 s = qint16(seconds);
-        QCOMPARE(PlaybackMonitor::FormatTime(s), text);
-        QCOMPARE(int(s), after);
+        QString texts;
+        for (qint16 s : {67, 3725, -5, 32767}) {
+            texts += PlaybackMonitor::FormatTime(s);
+            texts += u'=' + QString::number(s) + u' ';
+        }
+        QCOMPARE(texts, u"1:07=67 62:05=3725 0:00=0 546:07=32767 "_s);
     }
 
     // What the ticks do after Play: the played files, and where play mode and the status line end up.
@@ -283,11 +233,11 @@ private slots:
         r.monitor.tmrTitleScrollTick();
         QCOMPARE(r.monitor.text(PlaybackMonitor::TrackName), (full.mid(2) + full.left(2)).left(43));
         // While the volume is dragged the scroll stands still.
-        r.state.volumeDrag = true;
+        r.transport.VolumePressed();
         const QString standing = r.monitor.text(PlaybackMonitor::TrackName);
         r.monitor.tmrTitleScrollTick();
         QCOMPARE(r.monitor.text(PlaybackMonitor::TrackName), standing);
-        r.state.volumeDrag = false;
+        r.transport.VolumeReleased();
         // Seeking back sets the title up again: the scroll starts from the beginning of the name.
         r.run(4);
         QCOMPARE(r.player.WinampJumpToTime(0, 0), 0);

@@ -18,46 +18,44 @@ class tst_SleepMode : public QObject {
     ScriptedDialogs m_dialogs;
 
 private slots:
-    // What a choice or a click on the box does while the countdown runs (armed) or not.
+    // What a choice or a click on the box does while the countdown runs (armed) or not: the label, then
+    // the remembered choice.
     void choicesAndClicks_data() {
         QTest::addColumn<bool>("armed");     // by a click on "5 min", then a minute passed
-        QTest::addColumn<QString>("action"); // "box" = click on the box, "time" = a choice in the list
-        QTest::addColumn<bool>("checked");
+        QTest::addColumn<QString>("action"); // a click on the "box" or a "time" chosen; box "on"/"off"
         QTest::addColumn<QString>("choice");
-        QTest::addColumn<QString>("label");
-        QTest::addColumn<QString>("remembered");
+        QTest::addColumn<QString>("expected");
         QTest::newRow("unknown text: case differs")
-            << true << u"box"_s << true << u"5 MIN"_s << u"in 4 min"_s << u"5 min"_s;
+            << true << u"box on"_s << u"5 MIN"_s << u"in 4 min|5 min"_s;
         QTest::newRow("box checked again: full time")
-            << true << u"box"_s << true << u"5 min"_s << u"in 5 min"_s << u"5 min"_s;
-        QTest::newRow("box unchecked: stops")
-            << true << u"box"_s << false << u"5 min"_s << u""_s << u"5 min"_s;
+            << true << u"box on"_s << u"5 min"_s << u"in 5 min|5 min"_s;
+        QTest::newRow("box unchecked: stops") << true << u"box off"_s << u"5 min"_s << u"|5 min"_s;
         QTest::newRow("same choice: count runs on")
-            << true << u"time"_s << true << u"5 min"_s << u"in 4 min"_s << u"5 min"_s;
+            << true << u"time on"_s << u"5 min"_s << u"in 4 min|5 min"_s;
         QTest::newRow("other choice: restarts")
-            << true << u"time"_s << true << u"20 min"_s << u"in 20 min"_s << u"20 min"_s;
+            << true << u"time on"_s << u"20 min"_s << u"in 20 min|20 min"_s;
         QTest::newRow("choice while unarmed: only kept")
-            << false << u"time"_s << false << u"60 min"_s << u""_s << u"60 min"_s;
+            << false << u"time off"_s << u"60 min"_s << u"|60 min"_s;
     }
     void choicesAndClicks() {
         QFETCH(bool, armed);
         QFETCH(QString, action);
-        QFETCH(bool, checked);
         QFETCH(QString, choice);
-        QFETCH(QString, label);
-        QFETCH(QString, remembered);
+        QFETCH(QString, expected);
         SleepMode sleep(m_dialogs);
         sleep.SleepTimeChoice = "5 min";
         sleep.FSleepmodeClick(armed, "5 min");
         if (armed)
             sleep.TimerSleepmodeTimer();
-        if (action == "box")
+        const bool checked = action.endsWith(" on");
+        if (action.startsWith("box"))
             sleep.FSleepmodeClick(checked, choice);
         else
             sleep.FSleepmodeTimeClick(checked, choice);
-        QCOMPARE(sleep.LSleepmode(), label.isEmpty() ? QString() : "Herunterfahren " + label);
-        QCOMPARE(sleep.TimerSleepmode.isActive(), !label.isEmpty());
-        QCOMPARE(sleep.SleepTimeChoice, remembered);
+        const bool counting = !expected.startsWith('|');
+        QCOMPARE(sleep.LSleepmode(), counting ? "Herunterfahren " + expected.section('|', 0, 0) : QString());
+        QCOMPARE(sleep.SleepTimeChoice, expected.section('|', 1));
+        QCOMPARE(sleep.TimerSleepmode.isActive(), counting);
     }
 
     // The window's controls drive the countdown through its timer, a minute a tick; its end asks for

@@ -3,25 +3,18 @@
 #include "base/Checked.h"
 
 #include <QFileInfo>
-
-// The arguments of the logged calls of one routine.
-static QStringList argumentsOf(const QStringList& calls, const QString& routine) {
-    QStringList out;
-    for (const QString& c : calls)
-        if (c.startsWith(routine + QLatin1Char(' ')))
-            out << c.mid(routine.size() + 1);
-    return out;
-}
+#include <QRegularExpression>
 
 QList<qint32> FakePlayer::commands() const {
     QList<qint32> ids;
-    for (const QString& id : argumentsOf(calls, QStringLiteral("Command")))
-        ids << id.toInt();
+    for (const QString& c : calls.filter(QRegularExpression(QStringLiteral("^Command "))))
+        ids << c.mid(8).toInt();
     return ids;
 }
 
 QStringList FakePlayer::playedFiles() const {
-    return argumentsOf(calls, QStringLiteral("PlayFile"));
+    return calls.filter(QRegularExpression(QStringLiteral("^PlayFile ")))
+        .replaceInStrings(QRegularExpression(QStringLiteral("^PlayFile ")), QString());
 }
 
 int FakePlayer::currentLengthSeconds() const {

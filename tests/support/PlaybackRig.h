@@ -23,7 +23,6 @@ template <class Player> struct PlaybackCore {
     SongSelection selection{t.services, playlists, player, state, history};
     Transport transport{playlists, player, state, history, selection};
     PlaybackMonitor monitor{playlists, player, state, selection, t.status, t.dialogs};
-    QStringList startedNames;
     int historyChanges = 0;
     int indicatorChanges = 0;
     QString testText;
@@ -39,8 +38,6 @@ template <class Player> struct PlaybackCore {
 
 private:
     void count() {
-        QObject::connect(&selection, &SongSelection::songStarted,
-                         [this](const QString& s) { startedNames << s; });
         QObject::connect(&selection, &SongSelection::historyChanged, [this] { ++historyChanges; });
         QObject::connect(&selection, &SongSelection::testTextChanged,
                          [this](const QString& s) { testText = s; });
