@@ -4,14 +4,16 @@
 // read on a second connection in a thread of its own: from a song's "end-file" to the next
 // "playback-restart". Target: median of the program <= 50 ms (the poll alone gave 466 ms).
 #include "player/MpvIpc.h"
-#include "support/MpvPlaybackRig.h"
+#include "player/MpvLink.h"
 #include "support/MpvTestPlayer.h"
+#include "support/PlaybackRig.h"
 #include "support/SilentMp3.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QJsonDocument>
+#include <QRegularExpression>
 #include <QTimer>
 #include <algorithm>
 #include <atomic>
@@ -148,8 +150,8 @@ void BM_MpvOwnList(benchmark::State& state) {
     for (auto _ : state) {
         MpvTestPlayer env;
         const QStringList songs = makeSongs(env);
-        MpvPlaybackRig starter(env.socketPath()); // only starts the player
-        startPlayer(starter.link);
+        PlaybackCore<MpvLink> starter(env.socketPath()); // only starts the player
+        startPlayer(starter.player);
         EventClock clock(env.socketPath());
         MpvIpc ipc;
         ipc.connectTo(env.socketPath(), 1000);
@@ -158,7 +160,7 @@ void BM_MpvOwnList(benchmark::State& state) {
         ipc.request(QJsonArray{QStringLiteral("playlist-play-index"), 0});
         g_reference = waitForGaps(clock);
         report(state, g_reference);
-        starter.link.WinampCommand(PlayerLink::CloseCommand);
+        starter.player.WinampCommand(PlayerLink::CloseCommand);
     }
 }
 
@@ -167,15 +169,16 @@ void BM_ProgramSongChange(benchmark::State& state) {
     for (auto _ : state) {
         MpvTestPlayer env;
         const QStringList songs = makeSongs(env);
-        MpvPlaybackRig r(env.socketPath());
-        startPlayer(r.link);
+        PlaybackCore<MpvLink> r(env.socketPath());
+        startPlayer(r.player);
         EventClock clock(env.socketPath());
-        r.setPlaylist(songs);
+        r.setLines(1, QStringList(songs).replaceInStrings(QRegularExpression(QStringLiteral("$")),
+                                                          QStringLiteral(":5")));
         r.monitor.tmrTime.start();
         r.transport.Play(0);
         g_program = waitForGaps(clock);
         report(state, g_program);
-        r.link.WinampCommand(PlayerLink::CloseCommand);
+        r.player.WinampCommand(PlayerLink::CloseCommand);
     }
 }
 

@@ -1,6 +1,7 @@
 // Table rows read better as plain literals; the product code keeps the strict conversions.
 #undef QT_NO_CAST_FROM_ASCII
 
+#include "support/FileBytes.h"
 #include "support/MainWindowRig.h"
 #include "support/Mp3Synth.h"
 #include "ui/BackgroundPicture.h"
@@ -35,11 +36,6 @@ class tst_MainWindowDisplay : public QObject {
         r.w.BitrateReportPath = m_dir.filePath(QStringLiteral("MP3Info.txt"));
         r.w.PriorityReportPath = m_dir.filePath(QStringLiteral("MP3Prio.txt"));
         r.load(lines);
-    }
-
-    static QByteArray readAll(const QString& path) {
-        QFile f(path);
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
     }
 
 private slots:
@@ -135,7 +131,7 @@ private slots:
         QTest::mouseClick(w.BReportBitrate, Qt::LeftButton);
         QCOMPARE(d.questions.size(), 2);
         QCOMPARE(w.FStatus->text(), QStringLiteral("Bitratereport abgebrochen."));
-        QCOMPARE(readAll(w.BitrateReportPath).count("\r\n"), 1);
+        QCOMPARE(FileBytes::read(w.BitrateReportPath).count("\r\n"), 1);
         QCoreApplication::processEvents();
         QCOMPARE(d.questions.size(), 2);
     }

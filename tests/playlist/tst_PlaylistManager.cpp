@@ -1,5 +1,6 @@
 #include "base/RuntimeError.h"
 #include "playlist/PlaylistManager.h"
+#include "support/FileBytes.h"
 #include "support/TestServices.h"
 
 #include <QDir>
@@ -21,16 +22,9 @@ class TestPlaylistManager : public QObject {
     QTemporaryDir m_dir;
 
     QString write(const QString& name, const QByteArray& content) {
-        QFile f(m_dir.filePath(name));
-        f.open(QIODevice::WriteOnly | QIODevice::Truncate);
-        f.write(content);
-        return f.fileName();
+        return FileBytes::write(m_dir.filePath(name), content) ? m_dir.filePath(name) : QString();
     }
-    static QByteArray read(const QString& path) {
-        QFile f(path);
-        f.open(QIODevice::ReadOnly);
-        return f.readAll();
-    }
+    static QByteArray read(const QString& path) { return FileBytes::read(path); }
     static QString setting(TestServices& t, const char* key) {
         return t.settings.GetSetting(u"Settings"_s, QLatin1String(key), u"0"_s);
     }

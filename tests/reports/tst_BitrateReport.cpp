@@ -4,6 +4,7 @@
 
 #include "base/ErrorReport.h"
 #include "reports/BitrateReport.h"
+#include "support/FileBytes.h"
 #include "support/TestServices.h"
 
 #include <QFile>
@@ -18,11 +19,6 @@ QStringList playlist(int songs) {
     for (int i = 0; i < songs; ++i)
         lines << QString("/musik/Lied %1.mp3:5").arg(i);
     return lines;
-}
-
-QByteArray readAll(const QString& path) {
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<fehlt>");
 }
 
 } // namespace
@@ -98,7 +94,7 @@ private slots:
         r.t.dialogs.answers = {Dialogs::Answer::Cancel}; // only Ja starts the report
         QVERIFY(r.go(playlist(songs)));
         QCOMPARE(r.t.status.text(), "Vorgang abgebrochen.");
-        QCOMPARE(readAll(reportPath()), QByteArray("alter Report\r\n"));
+        QCOMPARE(FileBytes::read(reportPath()), QByteArray("alter Report\r\n"));
         QCOMPARE(r.calls.size(), 4); // the speed test only
         QCOMPARE(r.t.dialogs.questions.size(), 1);
         const auto& q = r.t.dialogs.questions.first();
@@ -116,7 +112,7 @@ private slots:
         r.t.dialogs.answers = {Dialogs::Answer::Yes};
         QVERIFY(r.go(playlist(500)));
 
-        const QList<QByteArray> lines = readAll(reportPath()).split('\n');
+        const QList<QByteArray> lines = FileBytes::read(reportPath()).split('\n');
         QCOMPARE(lines.size(), 102); // 101 lines and the empty rest after the last CR LF
         QCOMPARE(lines.last(), QByteArray());
         QCOMPARE(lines.at(37),
@@ -138,7 +134,7 @@ private slots:
         r.failing = {1, 2, 3, 5}; // 1..3 fail in the speed test too
         r.t.dialogs.answers = {Dialogs::Answer::Yes};
         QVERIFY(r.go(playlist(101)));
-        const QList<QByteArray> lines = readAll(reportPath()).split('\n');
+        const QList<QByteArray> lines = FileBytes::read(reportPath()).split('\n');
         QVERIFY(lines.at(4).startsWith("Ret: 0   BitRate: 4000 bps   VBR: 0   Playtime: 4 s"));
         QVERIFY(lines.at(5).startsWith("Ret: -2   BitRate: 4000 bps   VBR: 0   Playtime: 4 s"));
         // Song 0's line shows what the speed test's last successful call (song 0) left.
@@ -167,7 +163,7 @@ private slots:
         QCOMPARE(r.t.dialogs.questions.last().buttons, Dialogs::Buttons::YesNoCancel);
         QCOMPARE(r.t.status.text().startsWith("Bitratereport abgebrochen."),
                  answers.last() == Dialogs::Answer::Yes);
-        QCOMPARE(readAll(reportPath()).count("\r\n"), linesWritten);
+        QCOMPARE(FileBytes::read(reportPath()).count("\r\n"), linesWritten);
     }
 
     void errorsStopTheReport_data() {
@@ -199,7 +195,7 @@ private slots:
         if (linesWritten < 0)
             QVERIFY(!QFile::exists(report));
         else
-            QCOMPARE(readAll(report).count("\r\n"), linesWritten);
+            QCOMPARE(FileBytes::read(report).count("\r\n"), linesWritten);
     }
 };
 

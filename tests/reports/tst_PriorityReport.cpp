@@ -4,6 +4,7 @@
 
 #include "base/ErrorReport.h"
 #include "reports/PriorityReport.h"
+#include "support/FileBytes.h"
 #include "support/TestServices.h"
 
 #include <QFile>
@@ -16,11 +17,6 @@ class TestPriorityReport : public QObject {
 
     QTemporaryDir m_dir;
     QString reportPath() const { return m_dir.filePath("MP3Prio.txt"); }
-
-    static QByteArray readAll(const QString& path) {
-        QFile f(path);
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<fehlt>");
-    }
 
     struct Run {
         TestServices t;
@@ -61,7 +57,7 @@ private slots:
         Run r(reportPath());
         r.t.clock.stepPerReading = 1.5;
         QVERIFY(r.go(lines));
-        QCOMPARE(readAll(reportPath()), report);
+        QCOMPARE(FileBytes::read(reportPath()), report);
         QCOMPARE(r.progress.size(), lines.size());
         QCOMPARE(r.progress.first(), QString("0/%1").arg(lines.size() - 1));
         QCOMPARE(r.progress.last(), QString("%1/%1").arg(lines.size() - 1));
@@ -80,7 +76,7 @@ private slots:
         Run r(reportPath(), Dialogs::Answer::Cancel);
         r.t.status.setText("vorher");
         QVERIFY(r.go({"/a.mp3:0"}));
-        QCOMPARE(readAll(reportPath()), QByteArray("alt\r\n"));
+        QCOMPARE(FileBytes::read(reportPath()), QByteArray("alt\r\n"));
         QCOMPARE(r.t.status.text(), "vorher");
         QVERIFY(r.progress.isEmpty());
     }
@@ -99,7 +95,7 @@ private slots:
             << QStringList{"/a.mp3:x"} << mine << "Zeile 4: Typen unverträglich" << QByteArray();
         QTest::newRow("report file is a folder")
             << QStringList{"/a.mp3:1"} << m_dir.path() << "Zeile 3: Fehler beim Zugriff auf Pfad/Datei"
-            << QByteArray("<fehlt>");
+            << QByteArray("<missing>");
     }
     void badEntriesRaiseErrors() {
         QFETCH(QStringList, lines);
@@ -109,7 +105,7 @@ private slots:
         Run r(report);
         QVERIFY(!r.go(lines));
         QCOMPARE(r.t.dialogs.questions.last().text, "Fehler in BReportPrio_Click in " + message);
-        QCOMPARE(readAll(report), written);
+        QCOMPARE(FileBytes::read(report), written);
     }
 
     // The counter is 16 bits: it steps past 32767 after the last entry, and the bound itself must fit.

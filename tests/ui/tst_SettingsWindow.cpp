@@ -2,6 +2,7 @@
 #undef QT_NO_CAST_FROM_ASCII
 
 #include "appearance/SettingsWindowHost.h"
+#include "support/FileBytes.h"
 #include "support/TestServices.h"
 #include "ui/SchemePainter.h"
 #include "ui/TavoMP3Settings.h"
@@ -52,11 +53,7 @@ class tst_SettingsWindow : public QObject {
     QTemporaryDir m_dir;
 
     QString existingFile(const QString& name) {
-        const QString path = m_dir.filePath(name);
-        QFile f(path);
-        f.open(QIODevice::WriteOnly);
-        f.write("x");
-        return path;
+        return FileBytes::write(m_dir.filePath(name), "x") ? m_dir.filePath(name) : QString();
     }
 
     // The window deletes itself when it closes, as an unloaded form goes away.

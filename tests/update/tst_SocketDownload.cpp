@@ -1,3 +1,4 @@
+#include "support/FileBytes.h"
 #include "support/LocalHttpServer.h"
 #include "support/ScriptedDialogs.h"
 #include "update/DownloadProgress.h"
@@ -25,10 +26,6 @@ QByteArray pattern(int size) {
     for (int i = 0; i < size; ++i)
         b[i] = char((i * 7 + i / 251) & 0xff);
     return b;
-}
-QByteArray fileBytes(const QString& name) {
-    QFile f(name);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
 }
 } // namespace
 Q_DECLARE_METATYPE(Answer)
@@ -89,7 +86,7 @@ private slots:
         QVERIFY(closed.wait(10000));
         QVERIFY(!d.TimerTimeout->isActive());
         QVERIFY(d.headerText().size() <= SocketDownload::MaxHeaderBytes);
-        QCOMPARE(fileBytes(dest()), QByteArray("old"));
+        QCOMPARE(FileBytes::read(dest()), QByteArray("old"));
         const QByteArray request = m_server->requests.value(0);
         QVERIFY2(request.startsWith("GET /f HTTP/1.0\r\n") &&
                      request.endsWith("\r\nHost: " + m_server->hostPort().toLatin1() + "\r\n\r\n"),
@@ -104,7 +101,7 @@ private slots:
         QCOMPARE(progress.Value(), qint64(a.body.size()));
         QCOMPARE(texts.last().at(0).toString(), DownloadProgress::infoText(a.body.size(), a.body.size()));
         QCOMPARE(d.commit(), QString());
-        QCOMPARE(fileBytes(dest()), a.body);
+        QCOMPARE(FileBytes::read(dest()), a.body);
         QVERIFY(!QFile::exists(d.partFile()));
     }
 
@@ -145,7 +142,7 @@ private slots:
         QTest::qWait(100);
         QCOMPARE(closed.count(), 1); // the dropped connection is not reported as an end
         QCOMPARE(d.commit(), QString());
-        QCOMPARE(fileBytes(dest()), QByteArray("second body"));
+        QCOMPARE(FileBytes::read(dest()), QByteArray("second body"));
         QVERIFY(!QFile::exists(first + QStringLiteral(".part")));
     }
 };

@@ -1,4 +1,5 @@
 #include "base/AppGlobals.h"
+#include "support/FileBytes.h"
 #include "support/LocalHttpServer.h"
 #include "support/ReleaseSigner.h"
 #include "support/TestServices.h"
@@ -22,18 +23,6 @@ const QString kAborted = QStringLiteral("Automatisches Update abgebrochen!");
 const QByteArray kOldPlayer = "old player";
 const QByteArray kNewPlayer = "new player";
 const QByteArray kNewUpdater = "new updater";
-
-QByteArray fileBytes(const QString& name) {
-    QFile f(name);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
-}
-void writeFile(const QString& name, const QByteArray& bytes) {
-    QFile f(name);
-    QVERIFY(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    f.write(bytes);
-    f.close();
-    QVERIFY(f.setPermissions(f.permissions() | QFileDevice::ExeOwner));
-}
 
 // Installed versions, listed versions, and what a check by hand makes of them.
 struct Outcome {
@@ -108,8 +97,8 @@ private slots:
         QDir(program()).removeRecursively();
         QDir(cache()).removeRecursively();
         QVERIFY(QDir().mkpath(program()));
-        writeFile(inProgram(QStringLiteral("TavoMP3Player")), kOldPlayer);
-        writeFile(inProgram(UpdateConfig::updaterFileName()), "old updater");
+        QVERIFY(FileBytes::write(inProgram(QStringLiteral("TavoMP3Player")), kOldPlayer, true));
+        QVERIFY(FileBytes::write(inProgram(UpdateConfig::updaterFileName()), "old updater", true));
     }
     void cleanup() {
         delete m_server;
@@ -174,10 +163,11 @@ private slots:
         QCOMPARE(setting(QStringLiteral("Settings"), QStringLiteral("LastUpdateCheck")),
                  QStringLiteral("22.11.2026 10:00:00"));
         QVERIFY(QFile::exists((refused ? cache() : program()) + QStringLiteral("/TavoMP3Versions.txt")));
-        QCOMPARE(fileBytes(c.newPlayerFile()),
+        QCOMPARE(FileBytes::read(c.newPlayerFile()),
                  o.paths.contains(kPlayer) ? kNewPlayer : QByteArray("<missing>"));
         const QString installed = inProgram(UpdateConfig::updaterFileName());
-        QCOMPARE(fileBytes(installed), o.paths.contains(kUpdater) ? kNewUpdater : QByteArray("old updater"));
+        QCOMPARE(FileBytes::read(installed),
+                 o.paths.contains(kUpdater) ? kNewUpdater : QByteArray("old updater"));
         QCOMPARE(setting(QStringLiteral("Update"), QStringLiteral("PlayerToUpdate")),
                  QStringLiteral("<none>"));
         QVERIFY(!AppGlobals::StartUpdaterOnExit);
@@ -247,18 +237,18 @@ private slots:
         if (!a.refusal.isEmpty()) {
             QVERIFY2(u.FLog().contains(a.refusal) && u.FLog().trimmed().endsWith(kAborted),
                      qPrintable(u.FLog()));
-            QCOMPARE(fileBytes(inProgram(QStringLiteral("TavoMP3Player"))), kOldPlayer);
-            QCOMPARE(fileBytes(updater), QByteArray("old updater"));
+            QCOMPARE(FileBytes::read(inProgram(QStringLiteral("TavoMP3Player"))), kOldPlayer);
+            QCOMPARE(FileBytes::read(updater), QByteArray("old updater"));
             return;
         }
         QVERIFY2(u.FLog().endsWith(
                      QStringLiteral("Einspielen der neuen Version und Neustart des Players ...") + crlf),
                  qPrintable(u.FLog()));
-        QCOMPARE(fileBytes(updater), kNewUpdater);
+        QCOMPARE(FileBytes::read(updater), kNewUpdater);
         QVERIFY(QFile::permissions(updater) & QFileDevice::ExeOwner);
         // Handed over to the updater, which the desktop self-update test runs for real.
         QCOMPARE(setting(QStringLiteral("Update"), QStringLiteral("PlayerToUpdate")), QStringLiteral("1"));
-        QCOMPARE(fileBytes(config({}, {}).newPlayerFile()), kNewPlayer);
+        QCOMPARE(FileBytes::read(config({}, {}).newPlayerFile()), kNewPlayer);
     }
 
     // A destination that cannot be written is reported in the handler where it happens, and the
@@ -274,7 +264,7 @@ private slots:
         QFETCH(int, requests);
         serve("0.160", "9");
         const QString blocker = m_dir.filePath(QStringLiteral("plain-file"));
-        writeFile(blocker, "not a folder");
+        QVERIFY(FileBytes::write(blocker, "not a folder"));
         UpdateConfig c = config(QStringLiteral("0.160"), QStringLiteral("8"));
         if (requests == 0) {
             c.programFolder = QStringLiteral("/proc/self");
@@ -289,7 +279,7 @@ private slots:
         QVERIFY2(shown.startsWith(message) && shown.contains(QStringLiteral("kann nicht geschrieben werden")),
                  qPrintable(shown));
         QCOMPARE(m_server->requests.size(), requests);
-        QCOMPARE(fileBytes(inProgram(UpdateConfig::updaterFileName())), QByteArray("old updater"));
+        QCOMPARE(FileBytes::read(inProgram(UpdateConfig::updaterFileName())), QByteArray("old updater"));
     }
 
     // The minute timer as loaded, then seven ticks (labels space-separated; empty = the timer does not

@@ -1,3 +1,4 @@
+#include "support/FileBytes.h"
 #include "support/ReleaseSigner.h"
 #include "support/TestServices.h"
 #include "update/PlayerReplacement.h"
@@ -14,20 +15,6 @@ namespace {
 // A "player" that notes its start beside itself and keeps running a while, as a real one would.
 QByteArray script(const QByteArray& word) {
     return "#!/bin/sh\necho " + word + " > \"$(dirname \"$0\")/started.txt\"\nexec sleep 5\n";
-}
-
-bool writeFile(const QString& name, const QByteArray& bytes, bool executable = false) {
-    QFile f(name);
-    if (!f.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        return false;
-    f.write(bytes);
-    f.close();
-    return !executable || f.setPermissions(f.permissions() | QFileDevice::ExeOwner | QFileDevice::ExeUser);
-}
-
-QByteArray fileBytes(const QString& name) {
-    QFile f(name);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
 }
 
 // The exit code standing for an updater that still waits, in its message box, for the user.
@@ -51,10 +38,10 @@ private:
         QString configFile = dir.filePath(QStringLiteral("config/TavoMP3Player/TavoMP3Player.ini"));
         void prepare(const QByteArray& download, SettingsStore& s,
                      const QString& toUpdate = QStringLiteral("1")) {
-            QVERIFY(writeFile(player, script("old"), true));
-            QVERIFY(writeFile(updated, download)); // downloaded files carry no execute bit
-            QVERIFY(writeFile(list,
-                              signer.versionList("9.9", "99", {{UpdateConfig::playerFileName(), download}})));
+            QVERIFY(FileBytes::write(player, script("old"), true));
+            QVERIFY(FileBytes::write(updated, download)); // downloaded files carry no execute bit
+            QVERIFY(FileBytes::write(
+                list, signer.versionList("9.9", "99", {{UpdateConfig::playerFileName(), download}})));
             s.SaveSetting(QStringLiteral("Update"), QStringLiteral("PlayerPath"), player);
             s.SaveSetting(QStringLiteral("Update"), QStringLiteral("PlayerPathUpdated"), updated);
             s.SaveSetting(QStringLiteral("Update"), QStringLiteral("PlayerToUpdate"), toUpdate);
@@ -125,14 +112,15 @@ private slots:
                                   QStringLiteral("/proc/self/TavoMP3Player")); // not even root writes there
         }
         if (fault == QLatin1String("tampered"))
-            QVERIFY(writeFile(s.updated, script("bad")));
+            QVERIFY(FileBytes::write(s.updated, script("bad")));
         else if (fault == QLatin1String("truncated"))
-            QVERIFY(writeFile(s.updated, signedDownload.left(10)));
+            QVERIFY(FileBytes::write(s.updated, signedDownload.left(10)));
         else if (fault == QLatin1String("missing"))
             QVERIFY(QFile::remove(s.updated));
         else if (fault == QLatin1String("stranger"))
-            QVERIFY(writeFile(s.list, ReleaseSigner().versionList(
-                                          "9.9", "99", {{UpdateConfig::playerFileName(), signedDownload}})));
+            QVERIFY(FileBytes::write(
+                s.list, ReleaseSigner().versionList("9.9", "99",
+                                                    {{UpdateConfig::playerFileName(), signedDownload}})));
 
         QByteArray errors;
         QCOMPARE(runUpdater(s, silent, &errors), exitCode);
@@ -142,14 +130,14 @@ private slots:
                      : said.contains(QStringLiteral("TavoMP3 Update: Die ")) && said.contains(message),
                  errors.constData());
         const bool replaced = started == "new";
-        QCOMPARE(fileBytes(s.player), replaced ? signedDownload : script("old"));
+        QCOMPARE(FileBytes::read(s.player), replaced ? signedDownload : script("old"));
         QVERIFY(QFile::permissions(s.player) & QFileDevice::ExeOwner);
         QVERIFY(!QFile::exists(s.player + QStringLiteral(".old")));
         if (started.isEmpty()) {
             QTest::qWait(300);
             QVERIFY(!QFile::exists(s.marker));
         } else {
-            QVERIFY(QTest::qWaitFor([&] { return fileBytes(s.marker) == started + '\n'; }, 10000));
+            QVERIFY(QTest::qWaitFor([&] { return FileBytes::read(s.marker) == started + '\n'; }, 10000));
         }
         IniSettingsStore store(s.configFile);
         QCOMPARE(store.GetSetting(QStringLiteral("Update"), QStringLiteral("PlayerToUpdate"), QString()) ==
@@ -174,7 +162,7 @@ private slots:
         QCOMPARE(r.run(), PlayerReplacement::Outcome::Replaced);
         QVERIFY2(clock.elapsed() >= 900 && clock.elapsed() < 20000,
                  qPrintable(QString::number(clock.elapsed())));
-        QCOMPARE(fileBytes(s.player), script("new"));
+        QCOMPARE(FileBytes::read(s.player), script("new"));
     }
 };
 
