@@ -12,10 +12,6 @@
 class tst_PresetStore : public QObject {
     Q_OBJECT
 
-    static void storeNamed(SettingsStore& s, int n, const QString& name) {
-        s.SaveSetting(PresetStore::sectionName(QString::number(n)), "PresetName", name);
-    }
-
 private slots:
     void listingSelectsTheActivePresetsEntry_data() {
         QTest::addColumn<QString>("active");
@@ -28,8 +24,8 @@ private slots:
         QFETCH(QString, active);
         QFETCH(int, selected);
         TempSettings s;
-        storeNamed(s, 2, "Abend");
-        storeNamed(s, 5, "Nacht");
+        s.SaveSetting(PresetStore::sectionName("2"), "PresetName", "Abend");
+        s.SaveSetting(PresetStore::sectionName("5"), "PresetName", "Nacht");
         const PresetListing l = PresetStore(s).listing(active);
         QCOMPARE(l.items, (QStringList{"- Default Preset -", "Abend", "Nacht"}));
         QCOMPARE(l.names.at(4), "Nacht");

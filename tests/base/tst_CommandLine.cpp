@@ -31,8 +31,7 @@ private slots:
         QFETCH(bool, show);
         QFETCH(bool, play);
         const CommandLine cmd = CommandLine::parse(arguments);
-        QCOMPARE(cmd.showWindow, show);
-        QCOMPARE(cmd.playOnStart, play);
+        QCOMPARE(QPair(cmd.showWindow, cmd.playOnStart), QPair(show, play));
     }
 
     // Words are split on blank runs; the word counter is 8 bits wide: 256 words fit, the 257th overflows.

@@ -1,5 +1,6 @@
 #include "base/RuntimeError.h"
 #include "base/SettingsStore.h"
+#include "support/FileBytes.h"
 #include "support/TempSettings.h"
 
 #include <QFile>
@@ -42,9 +43,7 @@ private slots:
         store.SaveSetting(u"Preset7"_s, u"Text"_s, u"001 002 003"_s);
         store.SaveSetting(u"PreviousSongs"_s, u"Prev07"_s, 12);
         store.SaveSetting(u"Preset4"_s, u"PresetName"_s, u"Tag"_s);
-        QFile file(store.fileName());
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QByteArray ini = file.readAll();
+        const QByteArray ini = FileBytes::read(store.fileName());
         QVERIFY(ini.contains("[Preset7]") && !ini.contains("Preset07") && ini.contains("Prev07=12"));
         QCOMPARE(store.GetSetting(u"PreviousSongs"_s, u"prev07"_s, 0), u"0"_s);
         store.DeleteSetting(u"Preset7"_s);

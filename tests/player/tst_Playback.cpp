@@ -13,13 +13,6 @@ class tst_Playback : public QObject {
 
     static QStringList abc() { return {u"a"_s, u"b"_s, u"c"_s}; }
 
-    static QStringList songs(int count) {
-        QStringList s;
-        for (int i = 0; i < count; ++i)
-            s << u"s%1"_s.arg(i);
-        return s;
-    }
-
 private slots:
     // Play <selected row> and Next from <position>, "autocue" or "shuffle" on: the files handed over,
     // then play mode ("7" = untouched), focus requests and random draws, and the status line.
@@ -89,9 +82,8 @@ private slots:
         r.state.WinampStatus = quint8(winampStatus);
         r.state.PlayMode = quint8(playModeBefore);
         r.transport.AutoCueClick();
-        QCOMPARE(r.state.AutoCue, !on);
-        QCOMPARE(int(r.state.PlayMode), playModeAfter);
-        QCOMPARE(r.indicatorChanges, 1);
+        QCOMPARE((QList<int>{r.state.AutoCue, r.state.PlayMode, r.indicatorChanges}),
+                 (QList<int>{!on, playModeAfter, 1}));
     }
 
     void volumeCaption() {
@@ -145,8 +137,7 @@ private slots:
         PrevSongs h;
         for (int i = 1; i <= 21; ++i)
             QVERIFY(h.AddToPrevSongs(i));
-        QCOMPARE(h.slot(1), 21);
-        QCOMPARE(h.slot(20), 2);
+        QCOMPARE(QPair(h.slot(1), h.slot(20)), QPair(21, 2));
     }
 
     // Minutes without hours; a negative time reads and becomes 0.
@@ -181,7 +172,7 @@ private slots:
         QFETCH(int, playMode);
         QFETCH(QString, status);
         PlaybackRig r;
-        r.setPlaylist(1, songs(4));
+        r.setPlaylist(1, {u"s0"_s, u"s1"_s, u"s2"_s, u"s3"_s});
         r.player.defaultLengthSeconds = 2;
         r.state.AutoCue = how == u"autocue"_s;
         r.transport.Play(1);

@@ -24,7 +24,6 @@ class TestPlaylistManager : public QObject {
     QString write(const QString& name, const QByteArray& content) {
         return FileBytes::write(m_dir.filePath(name), content) ? m_dir.filePath(name) : QString();
     }
-    static QByteArray read(const QString& path) { return FileBytes::read(path); }
     static QString setting(TestServices& t, const char* key) {
         return t.settings.GetSetting(u"Settings"_s, QLatin1String(key), u"0"_s);
     }
@@ -91,10 +90,10 @@ private slots:
         const QString file = m_dir.filePath(u"big.txt"_s);
         p.PlaylistPaths = QStringList(32767, u"/m/a/One.mp3:5"_s);
         p.FuncSavePlaylist(file, 1);
-        QCOMPARE(read(file).count("\r\n"), qsizetype(32767));
+        QCOMPARE(FileBytes::read(file).count("\r\n"), qsizetype(32767));
         p.PlaylistPaths.append(u"/m/a/Two.mp3:5"_s);
         QVERIFY_THROWS_EXCEPTION(RuntimeError, p.FuncSavePlaylist(file, 1));
-        QCOMPARE(read(file).count("\r\n"), qsizetype(32767)); // the old file is untouched
+        QCOMPARE(FileBytes::read(file).count("\r\n"), qsizetype(32767)); // the old file is untouched
     }
 
     void openPlaylist() {
@@ -217,7 +216,7 @@ private slots:
             t.dialogs.answers = {Dialogs::Answer(answer)};
         const int asked = t.dialogs.questions.size();
         const QString text = p.FuncSavePlaylist(file, 1);
-        QCOMPARE(read(file), after.isNull() ? before : after);
+        QCOMPARE(FileBytes::read(file), after.isNull() ? before : after);
         QCOMPARE(t.dialogs.questions.size() - asked, answer >= 0 ? 1 : 0);
         if (answer < 0)
             return;
@@ -234,7 +233,7 @@ private slots:
         p.PlaylistChanged = true;
         t.dialogs.answers = {Dialogs::Answer::Yes, Dialogs::Answer::No};
         QVERIFY(!p.AskSaveBeforeClose());
-        QCOMPARE(read(file), before);
+        QCOMPARE(FileBytes::read(file), before);
     }
 
     void namesWithLineBreaksAreLeftOut() {
@@ -246,7 +245,7 @@ private slots:
             p.FuncSavePlaylist(file, 1),
             u"Playliste 1 erfolgreich unter \"%1\" gespeichert! (2 Einträge mit Zeilenumbruch ausgelassen)"_s
                 .arg(file));
-        QCOMPARE(read(file), QByteArray("/m/a/Good.mp3:3\r\n"));
+        QCOMPARE(FileBytes::read(file), QByteArray("/m/a/Good.mp3:3\r\n"));
         QCOMPARE(t.dialogs.questions.size(), 1);
         QVERIFY(t.dialogs.questions[0].text.contains(u"1. /m/a/Bad\u21b5Name.mp3:5\n3. /m/a/Bad\u21b5Too"_s));
         QCOMPARE(p.PlaylistPaths.size(), 3); // the list itself keeps them
@@ -278,15 +277,12 @@ private slots:
         QFETCH(QString, notes);
         QTemporaryDir dir;
         QDir(dir.path()).mkdir(u"Album"_s);
-        QFile song(dir.filePath(u"Album/Eins.mp3"_s));
-        QVERIFY(song.open(QIODevice::WriteOnly));
-        QFile m3u(dir.filePath(u"liste.m3u"_s));
-        QVERIFY(m3u.open(QIODevice::WriteOnly));
-        m3u.write(QString::fromUtf8(content).replace(u"%1"_s, dir.path()).toUtf8());
-        m3u.close();
         TestServices t;
+        t.dialogs.openAnswers = {dir.filePath(u"liste.m3u"_s)};
+        QVERIFY(FileBytes::write(dir.filePath(u"Album/Eins.mp3"_s), {}) &&
+                FileBytes::write(*t.dialogs.openAnswers[0],
+                                 QString::fromUtf8(content).replace(u"%1"_s, dir.path()).toUtf8()));
         PlaylistManager p(t.services);
-        t.dialogs.openAnswers = {m3u.fileName()};
         p.OpenPlaylist(1);
         for (QString& l : lines)
             l.replace(u"%1"_s, dir.path());

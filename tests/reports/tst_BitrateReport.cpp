@@ -86,9 +86,7 @@ private slots:
         QFETCH(double, callSeconds);
         QFETCH(QString, perSong);
         QFETCH(int, estimate);
-        QFile old(reportPath());
-        QVERIFY(old.open(QIODevice::WriteOnly) && old.write("alter Report\r\n") > 0);
-        old.close();
+        QVERIFY(FileBytes::write(reportPath(), "alter Report\r\n"));
         Run r(reportPath());
         r.callSeconds = callSeconds;
         r.t.dialogs.answers = {Dialogs::Answer::Cancel}; // only Ja starts the report

@@ -6,6 +6,7 @@
 #include "reports/Mp3ByteSource.h"
 #include "reports/Mp3FrameScanner.h"
 #include "reports/Mp3Info.h"
+#include "support/FileBytes.h"
 #include "support/Mp3Synth.h"
 
 #include <QTemporaryDir>
@@ -145,12 +146,10 @@ private slots:
         QFETCH(int, status);
         QTemporaryDir dir;
         const QString path = dir.filePath("lied.mp3");
-        if (file == "/") {
+        if (file == "/")
             QVERIFY(QDir(dir.path()).mkdir("lied.mp3"));
-        } else if (file != "-") {
-            QFile out(path);
-            QVERIFY(out.open(QIODevice::WriteOnly) && out.write(file) == file.size());
-        }
+        else if (file != "-")
+            QVERIFY(FileBytes::write(path, file));
         qint32 bitrate = 7, vbr = 7, playtime = 7;
         Mp3Info::Histogram histogram;
         histogram.fill(7);
