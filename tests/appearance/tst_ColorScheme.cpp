@@ -76,14 +76,6 @@ private slots:
             scheme.setComponent(ColorRoles::ButtonText, ColorScheme::Component(c), components[c]);
         QCOMPARE(scheme.colourText(ColorRoles::ButtonText), stored);
     }
-
-    void valueDumpAndComponentNames() {
-        const QStringList lines = ColorScheme::builtIn().valueLines();
-        QCOMPARE(lines.size(), 27);
-        QCOMPARE(lines.at(5), "BackgroundBlue = 038");
-        QCOMPARE(ColorScheme::componentOf("Green"), int(ColorScheme::Green));
-        QCOMPARE(ColorScheme::componentOf("green"), -1);
-    }
 };
 
 QTEST_GUILESS_MAIN(tst_ColorScheme)

@@ -3,7 +3,6 @@
 
 #include "appearance/PresetStore.h"
 #include "appearance/UpdateOptionTexts.h"
-#include "base/RuntimeError.h"
 #include "support/TempSettings.h"
 
 #include <QTest>
@@ -40,11 +39,6 @@ private slots:
         QVERIFY(s.hasSection("Preset0"));
         QCOMPARE(PresetStore(s).read("0").scheme.rgb(ColorRoles::Text), (Rgb{200, 200, 0}));
         QCOMPARE(PresetStore(s).listing("0").items.size(), 1);
-    }
-
-    void removingAMissingPresetRaises() {
-        TempSettings s;
-        QVERIFY_THROWS_EXCEPTION(RuntimeError, PresetStore(s).remove("4"));
     }
 
     void updateOptionTexts() {

@@ -88,13 +88,6 @@ private slots:
         }
     }
 
-    void booleans() {
-        for (auto [text, value] : {std::pair{"True", true}, {"false", false}, {"-1", true}, {"0", false}}) {
-            QCOMPARE(Checked::textToBool(QString::fromLatin1(text)), value);
-            QCOMPARE(Checked::textToBool(Checked::boolText(value)), value);
-        }
-    }
-
     void paths_data() {
         QTest::addColumn<int>("style"); // 0 Windows, 1 POSIX
         QTest::addColumn<QString>("path");

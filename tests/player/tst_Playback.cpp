@@ -86,16 +86,6 @@ private slots:
                  (QList<int>{!on, playModeAfter, 1}));
     }
 
-    void volumeCaption() {
-        PlaybackRig r;
-        QStringList captions;
-        connect(&r.transport, &Transport::volumeCaption, [&](const QString& s) { captions << s; });
-        for (int value : {255, 2, 128})
-            r.transport.VolumeMoved(value);
-        QCOMPARE(captions.join(u'|'), u"VOLUME: 100%|VOLUME: 0%|VOLUME: 50%"_s);
-        QCOMPARE(r.player.volume, 128);
-    }
-
     // No immediate repeats; the menu shows the newest first, "..." for an entry past the list, and
     // hides the slots after the first empty one; the 21st song pushes the oldest out.
     void historyAndItsMenu() {
@@ -223,11 +213,17 @@ private slots:
             return;
         r.monitor.tmrTitleScrollTick();
         QCOMPARE(r.monitor.text(PlaybackMonitor::TrackName), (full.mid(2) + full.left(2)).left(43));
-        // While the volume is dragged the scroll stands still.
+        // While the volume is dragged the scroll stands still; the drag's captions say the volume.
         r.transport.VolumePressed();
         const QString standing = r.monitor.text(PlaybackMonitor::TrackName);
+        QStringList captions;
+        connect(&r.transport, &Transport::volumeCaption, [&](const QString& s) { captions << s; });
+        for (int value : {255, 2, 128})
+            r.transport.VolumeMoved(value);
         r.monitor.tmrTitleScrollTick();
         QCOMPARE(r.monitor.text(PlaybackMonitor::TrackName), standing);
+        QCOMPARE(captions.join(u'|') + QString::number(r.player.volume),
+                 u"VOLUME: 100%|VOLUME: 0%|VOLUME: 50%128"_s);
         r.transport.VolumeReleased();
         // Seeking back sets the title up again: the scroll starts from the beginning of the name.
         r.run(4);
