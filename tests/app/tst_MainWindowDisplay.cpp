@@ -88,9 +88,7 @@ private slots:
         for (int i = 0; i < 101; ++i) {
             const QString path =
                 m_dir.filePath(QStringLiteral("Lied %1.mp3").arg(i, 3, 10, QLatin1Char('0')));
-            QFile out(path);
-            QVERIFY(out.open(QIODevice::WriteOnly));
-            out.write(i == 1 ? vbr : cbr);
+            QVERIFY(FileBytes::write(path, i == 1 ? vbr : cbr));
             m_songs << path + QStringLiteral(":%1").arg(i % 6);
         }
     }

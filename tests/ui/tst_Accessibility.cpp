@@ -28,7 +28,6 @@ class tst_Accessibility : public QObject {
 
 private slots:
     void init() { qunsetenv(AutomationIds::kVariable); }
-    void cleanup() { qunsetenv(AutomationIds::kVariable); }
 
     void everyControlHasANameAndItsDesignName_data() {
         QTest::addColumn<QByteArray>("variable");

@@ -288,12 +288,10 @@ private slots:
         QTest::addColumn<QString>("mode");
         QTest::addColumn<QString>("interval");
         QTest::addColumn<QString>("labels");
-        const char* rows[][4] = {{"interval mode", "1", "3", "0/3 1/3 2/3 0/3 1/3 2/3 0/3 1/3"},
-                                 {"interval 0", "1", "0", ""},
-                                 {"reminder mode", "2", "5", ""}};
-        for (const auto& r : rows)
-            QTest::newRow(r[0]) << QString::fromLatin1(r[1]) << QString::fromLatin1(r[2])
-                                << QString::fromLatin1(r[3]);
+        QTest::newRow("interval mode") << QStringLiteral("1") << QStringLiteral("3")
+                                       << QStringLiteral("0/3 1/3 2/3 0/3 1/3 2/3 0/3 1/3");
+        QTest::newRow("interval 0") << QStringLiteral("1") << QStringLiteral("0") << QString();
+        QTest::newRow("reminder mode") << QStringLiteral("2") << QStringLiteral("5") << QString();
     }
     void schedule() {
         QFETCH(QString, mode);
