@@ -37,11 +37,6 @@ class tst_MainPlaylists : public QObject {
             load({}, music);
             w.BCreateList->click();
         }
-        QList<int> marked() { return w.playlists().list(1).selectedRows(); }
-        void mark(const QList<int>& rows) {
-            for (int r : rows)
-                w.playlists().list(1).setSelected(r, true);
-        }
     };
 
     struct ShownRig : MainWindowRig {
@@ -92,7 +87,8 @@ private slots:
         QFETCH(int, index);
         QFETCH(QString, caption);
         BuiltRig r(m_music.root());
-        r.mark({0, 3});
+        for (int row : {0, 3})
+            r.w.playlists().list(1).setSelected(row, true);
         QAction* entry = control == "context" ? r.w.MenuPlaylistSetPrio->MenuSetPrio.at(index)
                          : control == "tray"  ? r.w.MenuSetPrio.at(index)
                                               : nullptr;
@@ -142,7 +138,7 @@ private slots:
         else
             search->CancelButton->click();
         QVERIFY(!search->isVisible());
-        QCOMPARE(r.marked(), found ? QList<int>{3} : QList<int>{});
+        QCOMPARE(r.w.playlists().list(1).selectedRows(), found ? QList<int>{3} : QList<int>{});
         QCOMPARE(r.w.FStatus->text(),
                  found ? "\"" + typed + "\" gefunden ---> " + m_music.path("Greatest Hits/Song.mp3")
                        : before);

@@ -26,7 +26,6 @@ class tst_MainWindowDisplay : public QObject {
 
     static QColor text(const QWidget* w) { return w->palette().color(QPalette::WindowText); }
     static QColor face(const QWidget* w) { return w->palette().color(QPalette::Window); }
-    static QColor base(const QWidget* w) { return w->palette().color(QPalette::Base); }
 
     QTemporaryDir m_dir;
     QStringList m_songs; // 101 playlist lines of synthesized files
@@ -57,7 +56,7 @@ private slots:
         r.load();
         QCOMPARE(text(r.w.FSleepmode), QColor(200, 200, 0));
         QCOMPARE(face(r.w.centralWidget()), QColor(38, 38, 38));
-        QCOMPARE(base(r.w.FPlaylist), QColor(106, 125, 192));
+        QCOMPARE(r.w.FPlaylist->palette().color(QPalette::Base), QColor(106, 125, 192));
         QCOMPARE(r.w.BPLOpen->foreColor(), QColor(138, 142, 34));
         QVERIFY(QFile::exists(r.w.BPLOpen->image())); // the load gives the skin buttons their face
         QCOMPARE(r.w.TavoxMiniDiagram1->textColor(), QColor(0, 160, 0));

@@ -22,8 +22,6 @@
 class tst_Accessibility : public QObject {
     Q_OBJECT
 
-    using Rig = MainWindowRig;
-
     static QAccessibleInterface* iface(QObject* o) { return QAccessible::queryAccessibleInterface(o); }
 
 private slots:
@@ -44,7 +42,7 @@ private slots:
         QFETCH(bool, described);
         if (!variable.isNull())
             qputenv(AutomationIds::kVariable, variable);
-        Rig r;
+        MainWindowRig r;
         r.w.settingsWindow()->BAddDir->click(); // the folder tree
         r.w.newsWindow();
         r.w.aboutWindow();
@@ -89,7 +87,7 @@ private slots:
     }
     void optionButtonsActAsAClick() {
         QFETCH(QString, action);
-        Rig r;
+        MainWindowRig r;
         r.w.playlists().paths(1) = {"/m/Alpha.mp3:5", "/m/Beta.mp3:5"};
         r.w.playlists().FuncDisplayPlaylist(true, 1);
         r.w.playlists().list(1).selectOnly(1);
@@ -128,7 +126,7 @@ private slots:
     }
 
     void positionSliderHasValueAndRangeAndSeeks() {
-        Rig r;
+        MainWindowRig r;
         r.w.TavoSlider1->SetValue("SliderMax", 200);
         r.w.TavoSlider1->SetValue("SliderValue", 50);
         QAccessibleValueInterface* v = iface(r.w.TavoSlider1)->valueInterface();
