@@ -31,7 +31,6 @@ class tst_MainPlaylists : public QObject {
     TempMusicTree m_music{{"ABBA - Gold/Waterloo.mp3", "ABBA - Gold/Dancing Queen.mp3", "Die Ärzte/Junge.mp3",
                            "Die Ärzte/cover.jpg", "Greatest Hits/Song.mp3"}};
 
-    // A window whose list was built from the music folders by its button.
     struct BuiltRig : MainWindowRig {
         explicit BuiltRig(const QString& music) {
             load({}, music);
@@ -42,7 +41,6 @@ class tst_MainPlaylists : public QObject {
     struct ShownRig : MainWindowRig {
         TavoMP3Playlist2& pl2 = *w.Playlist2;
 
-        // Lists 1 and 2 hold these many songs, and the window shows both.
         ShownRig(int main, int second) {
             fill(1, songs(main, "a"));
             fill(2, songs(second, "b"));

@@ -16,7 +16,6 @@ using namespace Qt::StringLiterals;
 class tst_MainWindow : public QObject {
     Q_OBJECT
 
-    // The real INI store that counts the batches written.
     struct RecordingSettings : TempSettings {
         int batches = 0;
         void SaveSettings(const QList<Entry>& entries) override {

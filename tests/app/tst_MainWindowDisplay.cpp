@@ -30,7 +30,6 @@ class tst_MainWindowDisplay : public QObject {
     QTemporaryDir m_dir;
     QStringList m_songs; // 101 playlist lines of synthesized files
 
-    // A loaded window on these lines whose reports go to the test's folder.
     void load(MainWindowRig& r, const QStringList& lines) {
         r.w.BitrateReportPath = m_dir.filePath(QStringLiteral("MP3Info.txt"));
         r.w.PriorityReportPath = m_dir.filePath(QStringLiteral("MP3Prio.txt"));

@@ -42,7 +42,6 @@ public:
     void setReply(const QString& path, const Reply& reply) { m_replies.insert(path, reply); }
     void setBody(const QString& path, const QByteArray& body) { setReply(path, Reply{ok(body)}); }
 
-    // "HTTP/1.0 200 OK" with Content-Length (unless left out) and the body.
     static QByteArray ok(const QByteArray& body, bool withLength = true, const QByteArray& extraHeader = {}) {
         const QByteArray length =
             withLength ? "Content-Length: " + QByteArray::number(body.size()) + "\r\n" : "";

@@ -25,6 +25,7 @@ class tst_Accessibility : public QObject {
     static QAccessibleInterface* iface(QObject* o) { return QAccessible::queryAccessibleInterface(o); }
 
 private slots:
+    void initTestCase() { AccessibleFactory::install(); }
     void init() { qunsetenv(AutomationIds::kVariable); }
 
     void everyControlHasANameAndItsDesignName_data() {
@@ -111,7 +112,6 @@ private slots:
         QFETCH(QString, caption);
         QFETCH(bool, enabled);
         QFETCH(QString, name);
-        AccessibleFactory::install();
         SkinControl b(caption);
         b.setEnabled(enabled);
         QAccessibleInterface* a = iface(&b);
@@ -143,7 +143,6 @@ private slots:
 
     void miniDiagramDescribesItsBars() {
         TavoxMiniDiagram d;
-        AccessibleFactory::install();
         QAccessibleInterface* a = iface(&d);
         QCOMPARE(a->text(QAccessible::Description), "Noch kein Song gewählt");
         std::array<qint32, 16> counts{};

@@ -258,8 +258,7 @@ private slots:
             return;
         QCOMPARE(r.w->FStatus->text(), "Preset \"- Default Preset -\" (Preset0) wurde geladen");
         QCOMPARE(r.w->FPresetList->currentRow(), 0);
-        // Position 2 now shows "Drei" but loads the deleted preset 2 from the file: absent defaults, name
-        // "-".
+        // Position 2 shows "Drei" but loads the deleted preset 2 from the file: defaults, name "-".
         QCOMPARE(r.w->FPresetList->item(2)->text(), "Drei");
         r.w->FPresetList->setCurrentRow(2);
         r.host.colourCalls.clear();

@@ -68,7 +68,6 @@ private:
         c.updaterPath = inProgram(UpdateConfig::updaterFileName());
         return c;
     }
-    // A release of a player and an updater, signed and served as they are.
     void serve(const QByteArray& player, const QByteArray& updater,
                const QByteArray& newPlayer = kNewPlayer) {
         m_server->setBody(kList, m_signer.versionList(player, updater,
@@ -77,7 +76,6 @@ private:
         m_server->setBody(kPlayer, newPlayer);
         m_server->setBody(kUpdater, kNewUpdater);
     }
-    // Runs a check by hand until nothing more is downloaded.
     void runCheck(UpdateCheck& u) {
         u.download().TimerTimeout->setInterval(5);
         u.BStartClick();
