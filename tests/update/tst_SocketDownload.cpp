@@ -47,11 +47,9 @@ private slots:
     void init() {
         m_server = new LocalHttpServer(this);
         QVERIFY(m_server->listen());
-        QFile::remove(dest());
     }
     void cleanup() {
         delete m_server;
-        m_server = nullptr;
         QVERIFY(m_dialogs.questions.isEmpty()); // no handler ever raised an error
     }
 

@@ -101,7 +101,6 @@ private slots:
     void cleanup() {
         delete m_server;
         delete m_t;
-        AppGlobals::StartUpdaterOnExit = false;
     }
 
     // Installed against listed versions (compared as texts: 1.9 is newer than 1.10), through the
