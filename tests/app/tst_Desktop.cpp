@@ -62,9 +62,7 @@ private slots:
         QTRY_COMPARE(r.w.isVisible(), !tray); // minimized means: only the tray icon is left
         r.w.TrayNotification(x, y);
         QCOMPARE(r.w.isVisible(), effect == u"restore"_s);
-        if (effect == u"menu"_s)
-            QTRY_VERIFY(r.w.MenuPopupSys->isVisible());
-        QCOMPARE(r.w.MenuPopupSys->isVisible(), effect == u"menu"_s);
+        QTRY_COMPARE(r.w.MenuPopupSys->isVisible(), effect == u"menu"_s);
         r.w.MenuPopupSys->hide();
         r.w.close();
     }

@@ -145,8 +145,9 @@ private slots:
         QVERIFY(w->isVisible());
         QCOMPARE(w->FActivePreset->text(), "Rot");
         w->BPresetSave->click();
-        QCOMPARE(r.t.settings.GetSetting("Preset1", "PresetName", QString()), "Rot");
-        QCOMPARE(r.t.settings.GetSetting("Preset1", "Background", QString()), "200 010 020");
+        QCOMPARE(r.t.settings.GetSetting("Preset1", "PresetName", QString()) + '|' +
+                     r.t.settings.GetSetting("Preset1", "Background", QString()),
+                 "Rot|200 010 020");
         w->BCancel->click();
 
         QTest::keyClick(r.w.FPlaylist, Qt::Key_B); // opens the quick search

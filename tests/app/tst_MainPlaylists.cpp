@@ -31,23 +31,16 @@ class tst_MainPlaylists : public QObject {
     TempMusicTree m_music{{"ABBA - Gold/Waterloo.mp3", "ABBA - Gold/Dancing Queen.mp3", "Die Ärzte/Junge.mp3",
                            "Die Ärzte/cover.jpg", "Greatest Hits/Song.mp3"}};
 
-    // A window whose list was built from the music folders by its button.
     struct BuiltRig : MainWindowRig {
         explicit BuiltRig(const QString& music) {
             load({}, music);
             w.BCreateList->click();
-        }
-        QList<int> marked() { return w.playlists().list(1).selectedRows(); }
-        void mark(const QList<int>& rows) {
-            for (int r : rows)
-                w.playlists().list(1).setSelected(r, true);
         }
     };
 
     struct ShownRig : MainWindowRig {
         TavoMP3Playlist2& pl2 = *w.Playlist2;
 
-        // Lists 1 and 2 hold these many songs, and the window shows both.
         ShownRig(int main, int second) {
             fill(1, songs(main, "a"));
             fill(2, songs(second, "b"));
@@ -92,7 +85,8 @@ private slots:
         QFETCH(int, index);
         QFETCH(QString, caption);
         BuiltRig r(m_music.root());
-        r.mark({0, 3});
+        for (int row : {0, 3})
+            r.w.playlists().list(1).setSelected(row, true);
         QAction* entry = control == "context" ? r.w.MenuPlaylistSetPrio->MenuSetPrio.at(index)
                          : control == "tray"  ? r.w.MenuSetPrio.at(index)
                                               : nullptr;
@@ -142,7 +136,7 @@ private slots:
         else
             search->CancelButton->click();
         QVERIFY(!search->isVisible());
-        QCOMPARE(r.marked(), found ? QList<int>{3} : QList<int>{});
+        QCOMPARE(r.w.playlists().list(1).selectedRows(), found ? QList<int>{3} : QList<int>{});
         QCOMPARE(r.w.FStatus->text(),
                  found ? "\"" + typed + "\" gefunden ---> " + m_music.path("Greatest Hits/Song.mp3")
                        : before);

@@ -67,10 +67,8 @@ def test(r):
     app = the_app()
     status = wait_for("FStatus", lambda: by_design_name(app, "FStatus"))
     text = wait_for("the load status", lambda: status.name if "Songs" in status.name else None)
-    print("FStatus:", text)
     r.expect("3 Songs" in text, "FStatus reads %r" % text)
     plist = by_design_name(app, "FPlaylist")
-    print("FPlaylist rows:", rows(plist))
     r.expect(rows(plist)[:3] == ["1. Erstes Lied", "2. Zweites Lied", "3. Drittes Lied"], "rows %r" % rows(plist))
 
     # Play pressed through the bus: the player plays and the display says so.

@@ -56,7 +56,6 @@ def test(r):
     expected = ["1. Erstes Lied", "2. Zweites Lied", "3. Drittes Lied"]
     wait_for("the dropped row", lambda: rows(list2) == expected, timeout=10)
     status2 = by_design_name(second, "FStatus")
-    print("Playliste 2 FStatus:", status2.name)
     r.expect("effect: 1" in status2.name, "drop status reads %r" % status2.name)
     screenshot()
 
@@ -71,7 +70,6 @@ def test(r):
         requests = f.read().count("off")
     r.expect(requests == 1, "the power-off was requested %d times" % requests)
     played = [os.path.basename(e["filename"]) for e in player_property(r.runtime, "playlist")]
-    print("player list:", played)
     r.expect(played[-3:] == ["Erstes Lied.mp3", "Zweites Lied.mp3", "Drittes Lied.mp3"], "player given %r" % played)
 
 

@@ -94,7 +94,6 @@ def test(r):
         quit_player(r.runtime)
         refusal = wait_for("the refusal without a player", lambda: (
             lambda answer: answer[2] if answer[0] != 0 else None)(playerctl("play")))
-        print("without a player:", refusal)
         r.expect("es läuft kein Player" in refusal, "refusal reads %r" % refusal)
 
         # Raise brings the window back from the notification area.
@@ -108,7 +107,6 @@ def test(r):
         settings = open(os.path.join(r.config, "TavoMP3Player", "TavoMP3Player.ini"), encoding="utf-8").read()
         for line in ("Volume=128", "ShuffleStatus=True"):
             r.expect(line in settings, "settings lack %r" % line)
-        print("announced:", "".join(announced).replace("\n", " | "))
     finally:
         watcher.terminate()
 

@@ -6,7 +6,6 @@ import os
 import subprocess
 import sys
 
-
 from desktop import MAIN_TITLE, PROGRAM, by_design_name, player_property, run, screenshot, the_app, wait_for, window
 
 NO_BUS = "unix:path=/nonexistent/tavo-no-bus"

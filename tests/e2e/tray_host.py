@@ -45,12 +45,10 @@ def test(r):
             r.failures.append("could not take the bus name for the test")
             return
         r.start("start")
-        state = wait_for("the main window", lambda: main_window_state() == "IsViewable" and "IsViewable")
-        print("without a panel, after start:", state)
+        wait_for("the main window without a panel", lambda: main_window_state() == "IsViewable")
         app = the_app(30)
-        box = wait_for("the message about the name", lambda: next(
+        wait_for("the message about the name", lambda: next(
             (n for n in walk(app) if "gehört schon einem anderen Programm" in (n.name or "")), None), 30)
-        print("message:", box.name)
         r.expect(ask("GetNameOwner", "(s)", (BUS_NAME,)) == bus.get_unique_name(), "the bus name was taken")
         r.expect(r.program.poll() is None, "the program ended although only the name was taken")
         ask("ReleaseName", "(s)", (BUS_NAME,))
@@ -64,13 +62,10 @@ def with_a_panel(r):
                              "--height", "24"])
     try:
         wait_for("the icon in the panel that started later", icon_in_panel)
-        print("icon embedded in the later panel")
         r.stop()
         r.start("start")
         wait_for("the icon of the second start", icon_in_panel)
-        state = main_window_state()
-        print("with a panel, after start:", state)
-        r.expect(state != "IsViewable", "start shows the window although the icon is in the panel")
+        r.expect(main_window_state() != "IsViewable", "start shows the window although the icon is in the panel")
     finally:
         tray.terminate()
 

@@ -40,11 +40,8 @@ public:
     QString hostPort() const { return QStringLiteral("127.0.0.1:") + QString::number(m_server.serverPort()); }
 
     void setReply(const QString& path, const Reply& reply) { m_replies.insert(path, reply); }
-    void setBody(const QString& path, const QByteArray& body) {
-        setReply(path, Reply{ok(body), 0, 0, false});
-    }
+    void setBody(const QString& path, const QByteArray& body) { setReply(path, Reply{ok(body)}); }
 
-    // "HTTP/1.0 200 OK" with Content-Length (unless left out) and the body.
     static QByteArray ok(const QByteArray& body, bool withLength = true, const QByteArray& extraHeader = {}) {
         const QByteArray length =
             withLength ? "Content-Length: " + QByteArray::number(body.size()) + "\r\n" : "";
@@ -60,7 +57,7 @@ private:
         requests << request;
         const QList<QByteArray> words = request.left(request.indexOf("\r\n")).split(' ');
         requestedPaths << (words.size() > 1 ? QString::fromLatin1(words.at(1)) : QString());
-        const Reply reply = m_replies.value(requestedPaths.last(), Reply{kNotFound, 0, 0, false});
+        const Reply reply = m_replies.value(requestedPaths.last(), Reply{kNotFound});
         if (!reply.silent)
             sendPieces(socket, reply.raw, reply.chunkSize > 0 ? reply.chunkSize : int(reply.raw.size()),
                        reply.chunkDelayMs);

@@ -50,7 +50,6 @@ struct MainWindowRig {
         w.load();
         return file;
     }
-    // Plays the entry of the main list as a click on Play does.
     void play(int row) {
         w.playlists().list(1).selectOnly(row);
         w.FPlaylist->setCurrentIndex(w.playlists().list(1).index(row));

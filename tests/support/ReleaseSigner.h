@@ -30,14 +30,12 @@ public:
         return "File: " + name.toLatin1() + ' ' + QByteArray::number(content.size()) + ' ' + sign(content) +
                "\r\n";
     }
-    // The two version lines, the given further lines, and the signature of all of them.
     QByteArray versionList(const QByteArray& player, const QByteArray& updater,
                            const QByteArray& furtherLines = {}) const {
         const QByteArray body =
             "TavoMP3Player: " + player + "\r\nTavoMP3Update: " + updater + "\r\n" + furtherLines;
         return body + "Signature: " + sign(body) + "\r\n";
     }
-    // A list that names and signs each (server name, content) pair.
     QByteArray versionList(const QByteArray& player, const QByteArray& updater,
                            const QList<QPair<QString, QByteArray>>& files) const {
         QByteArray lines;

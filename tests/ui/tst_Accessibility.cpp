@@ -22,13 +22,11 @@
 class tst_Accessibility : public QObject {
     Q_OBJECT
 
-    using Rig = MainWindowRig;
-
     static QAccessibleInterface* iface(QObject* o) { return QAccessible::queryAccessibleInterface(o); }
 
 private slots:
+    void initTestCase() { AccessibleFactory::install(); }
     void init() { qunsetenv(AutomationIds::kVariable); }
-    void cleanup() { qunsetenv(AutomationIds::kVariable); }
 
     void everyControlHasANameAndItsDesignName_data() {
         QTest::addColumn<QByteArray>("variable");
@@ -45,7 +43,7 @@ private slots:
         QFETCH(bool, described);
         if (!variable.isNull())
             qputenv(AutomationIds::kVariable, variable);
-        Rig r;
+        MainWindowRig r;
         r.w.settingsWindow()->BAddDir->click(); // the folder tree
         r.w.newsWindow();
         r.w.aboutWindow();
@@ -90,7 +88,7 @@ private slots:
     }
     void optionButtonsActAsAClick() {
         QFETCH(QString, action);
-        Rig r;
+        MainWindowRig r;
         r.w.playlists().paths(1) = {"/m/Alpha.mp3:5", "/m/Beta.mp3:5"};
         r.w.playlists().FuncDisplayPlaylist(true, 1);
         r.w.playlists().list(1).selectOnly(1);
@@ -114,7 +112,6 @@ private slots:
         QFETCH(QString, caption);
         QFETCH(bool, enabled);
         QFETCH(QString, name);
-        AccessibleFactory::install();
         SkinControl b(caption);
         b.setEnabled(enabled);
         QAccessibleInterface* a = iface(&b);
@@ -129,7 +126,7 @@ private slots:
     }
 
     void positionSliderHasValueAndRangeAndSeeks() {
-        Rig r;
+        MainWindowRig r;
         r.w.TavoSlider1->SetValue("SliderMax", 200);
         r.w.TavoSlider1->SetValue("SliderValue", 50);
         QAccessibleValueInterface* v = iface(r.w.TavoSlider1)->valueInterface();
@@ -146,7 +143,6 @@ private slots:
 
     void miniDiagramDescribesItsBars() {
         TavoxMiniDiagram d;
-        AccessibleFactory::install();
         QAccessibleInterface* a = iface(&d);
         QCOMPARE(a->text(QAccessible::Description), "Noch kein Song gewählt");
         std::array<qint32, 16> counts{};

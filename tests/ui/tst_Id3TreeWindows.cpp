@@ -1,10 +1,8 @@
 // Table rows read better as plain literals; the product code keeps the strict conversions.
 #undef QT_NO_CAST_FROM_ASCII
 
-#include "app/TavoMP3PlayerMain.h"
-#include "playlist/PlaylistFile.h"
 #include "support/Id3FileWriter.h"
-#include "support/TestServices.h"
+#include "support/MainWindowRig.h"
 #include "ui/TavoMP3ID3.h"
 
 #include <QAction>
@@ -50,16 +48,9 @@ private slots:
         QVERIFY(W::write(other, W::audio()));
         if (bytes != "-")
             QVERIFY(W::write(song, bytes));
-        const QString list = m_dir.filePath("list.txt");
-        PlaylistFile::writeLines(list, {other + ":5", song + ":3"});
-
-        TestServices t;
-        if (!bytes.isEmpty())
-            t.settings.SaveSetting("Settings", "PlaylistFile", list);
-        t.settings.SaveSetting("Settings", "UserMP3Directory", m_dir.path());
-        t.settings.SaveSetting("Settings", "WinampPath", QString());
-        TavoMP3PlayerMain main(t.services);
-        main.load();
+        MainWindowRig r;
+        r.load(bytes.isEmpty() ? QStringList() : QStringList{other + ":5", song + ":3"}, m_dir.path());
+        TavoMP3PlayerMain& main = r.w;
         QCOMPARE(main.playlists().list(1).count(), bytes.isEmpty() ? 0 : 2);
         if (!bytes.isEmpty())
             main.playlists().list(1).selectOnly(1);
@@ -73,7 +64,7 @@ private slots:
             (QStringList{w.FTitle->text(), w.FArtist->text(), w.FAlbum->text(), w.FYear->text(),
                          w.FCategory->text(), w.FTrack->text(), w.FComment->text(), w.LTagVersion->text()}),
             shown.split('|'));
-        QVERIFY(t.dialogs.questions.isEmpty());
+        QVERIFY(r.t.dialogs.questions.isEmpty());
     }
 };
 

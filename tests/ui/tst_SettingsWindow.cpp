@@ -149,8 +149,7 @@ private slots:
         r.w->BSaveAndClose->click();
         if (!message.isEmpty()) {
             QCOMPARE(r.t.dialogs.messageTexts(), QStringList{message});
-            QVERIFY(r.w); // stays open
-            QVERIFY(r.host.calls.isEmpty());
+            QVERIFY(r.w && r.host.calls.isEmpty()); // stays open, the main window is told nothing
             QVERIFY(!r.t.settings.hasSection("Settings"));
             return;
         }
@@ -258,8 +257,7 @@ private slots:
             return;
         QCOMPARE(r.w->FStatus->text(), "Preset \"- Default Preset -\" (Preset0) wurde geladen");
         QCOMPARE(r.w->FPresetList->currentRow(), 0);
-        // Position 2 now shows "Drei" but loads the deleted preset 2 from the file: absent defaults, name
-        // "-".
+        // Position 2 shows "Drei" but loads the deleted preset 2 from the file: defaults, name "-".
         QCOMPARE(r.w->FPresetList->item(2)->text(), "Drei");
         r.w->FPresetList->setCurrentRow(2);
         r.host.colourCalls.clear();

@@ -82,8 +82,7 @@ private slots:
         QCOMPARE(tmrTime->isActive(), !left);
         QCOMPARE(w.HideScroll && w.AllowTimeChange, left);
         mouse(s, QEvent::MouseButtonRelease, pixelX, button, Qt::NoButton);
-        QVERIFY(tmrTime->isActive());
-        QVERIFY(!w.HideScroll && !w.AllowTimeChange);
+        QVERIFY(tmrTime->isActive() && !w.HideScroll && !w.AllowTimeChange);
         QCOMPARE(w.playback().shownName(), QString());
         QCOMPARE(r.player.calls.filter("JumpToTime"),
                  QStringList{QString("JumpToTime %1").arg(seconds * 1000)});

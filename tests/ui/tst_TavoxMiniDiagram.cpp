@@ -34,11 +34,6 @@ Ends stubsWith(std::initializer_list<std::pair<int, int>> bars) {
     return e;
 }
 
-// The classic colour number of an RGB colour (red in the low byte).
-float colorNumber(int r, int g, int b) {
-    return float(r + 256 * g + 65536 * b);
-}
-
 } // namespace
 
 Q_DECLARE_METATYPE(Histogram)
@@ -64,7 +59,6 @@ private slots:
         QFETCH(Histogram, counts);
         QFETCH(Ends, expected);
         TavoxMiniDiagram d;
-        QCOMPARE(ends(d), Ends(14, 380));
         d.SetMiniDiagram(histogram({{9, 10}, {10, 5}}));
         d.SetMiniDiagram(counts);
         QCOMPARE(ends(d), expected);
@@ -72,8 +66,8 @@ private slots:
 
     void paintsBarsInTheTextColour() {
         TavoxMiniDiagram d;
-        d.SetTextColor(colorNumber(255, 255, 0));
-        d.SetBackgroundColor(colorNumber(0, 0, 64));
+        d.SetTextColor(0x00ffff);       // yellow as a classic colour number, red in the low byte
+        d.SetBackgroundColor(0x400000); // dark blue
         // A VBR song: most frames at 128-192 kbit/s, some lower and higher.
         d.SetMiniDiagram(Histogram{0, 0, 0, 0, 0, 40, 90, 200, 380, 520, 610, 300, 120, 45, 12, 0});
         const QImage image = d.grab().toImage();

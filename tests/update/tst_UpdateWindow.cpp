@@ -72,8 +72,7 @@ private slots:
                  QStringLiteral("Version %1.%2").arg(TAVO_VERSION_MAJOR).arg(TAVO_VERSION_MINOR));
         QVERIFY(m_t->dialogs.questions.isEmpty());
         // The history as the user reads it: one spot check of a tricky passage, and its layout.
-        const QString text = main.newsWindow().historyText();
-        QCOMPARE(text, VersionHistory::text());
+        const QString text = VersionHistory::text();
         QCOMPARE(main.newsWindow().FHistory->toPlainText(),
                  QString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
         QVERIFY(text.contains(
@@ -101,16 +100,15 @@ private slots:
         TavoMP3Update w(m_t->services, config());
         w.show();
         QTest::mouseClick(w.BStart, Qt::LeftButton);
-        QVERIFY(QTest::qWaitFor(
-            [&] { return w.FLog->toPlainText().endsWith(QStringLiteral("abgeschlossen.\n")); }, 10000));
         // The log's CR LF lines shown as lines; the rest of the text is the check's own.
-        QVERIFY(w.FLog->toPlainText().endsWith(
-            QStringLiteral("aktualisiert.\n\nAutomatisches Update erfolgreich abgeschlossen.\n")));
-        QCOMPARE(w.ProgressInfo->text(), QStringLiteral("300 kb / 300 kb"));
-        QCOMPARE(w.ProgressPercent->text(), QStringLiteral("100 %"));
-        QCOMPARE(w.ProgressBar->maximum(), 300 * 1024);
-        QCOMPARE(w.ProgressBar->value(), 300 * 1024);
-        QCOMPARE(w.LTimeout->text(), QStringLiteral("0"));
+        const QString end =
+            QStringLiteral("aktualisiert.\n\nAutomatisches Update erfolgreich abgeschlossen.\n");
+        QVERIFY(QTest::qWaitFor([&] { return w.FLog->toPlainText().endsWith(end); }, 10000));
+        QCOMPARE((QStringList{w.ProgressInfo->text(), w.ProgressPercent->text(),
+                              QString::number(w.ProgressBar->maximum()),
+                              QString::number(w.ProgressBar->value()), w.LTimeout->text()}),
+                 QStringList({QStringLiteral("300 kb / 300 kb"), QStringLiteral("100 %"),
+                              QStringLiteral("307200"), QStringLiteral("307200"), QStringLiteral("0")}));
     }
 
     // Cancelling ends the download and its time-out: the window opened again later shows nothing
