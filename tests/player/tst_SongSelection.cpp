@@ -80,17 +80,6 @@ private slots:
         QCOMPARE(r.history.slot(1), 0);
     }
 
-    void selectSongFailureIsReported() {
-        for (int position : {3, -1, 40000}) { // past the list, negative, beyond 16 bits
-            PlaybackRig r;
-            r.setPlaylist(1, list(u"a b c"_s));
-            r.playlists.list(1).selectOnly(1);
-            r.selection.SelectSong(position, 1);
-            QCOMPARE(r.statusText(),
-                     u"Sub SelectSong: Fehler beim Lied auswählen! ToSelect = %1"_s.arg(position));
-        }
-    }
-
     // Each draw picks an entry (never the last), then the dice decide against its priority's chance.
     void pick_data() {
         QTest::addColumn<QStringList>("songs");
