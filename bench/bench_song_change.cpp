@@ -13,7 +13,6 @@
 #include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QJsonDocument>
-#include <QRegularExpression>
 #include <QTimer>
 #include <algorithm>
 #include <atomic>
@@ -172,8 +171,7 @@ void BM_ProgramSongChange(benchmark::State& state) {
         PlaybackCore<MpvLink> r(env.socketPath());
         startPlayer(r.player);
         EventClock clock(env.socketPath());
-        r.setLines(1, QStringList(songs).replaceInStrings(QRegularExpression(QStringLiteral("$")),
-                                                          QStringLiteral(":5")));
+        r.setFiles(1, songs);
         r.monitor.tmrTime.start();
         r.transport.Play(0);
         g_program = waitForGaps(clock);

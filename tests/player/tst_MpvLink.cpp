@@ -152,7 +152,7 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(r.player.isConnected(), 10000);
         const QStringList songs{song(u"s1.mp3"_s, 2.0), song(u"s2.mp3"_s, 0.5)};
         const QString end = u"Playlistende erreicht - Playmodus gestoppt."_s;
-        r.setLines(1, QStringList(songs).replaceInStrings(QRegularExpression(u"$"_s), u":5"_s));
+        r.setFiles(1, songs);
         int ticks = 0;
         connect(&r.monitor, &PlaybackMonitor::textChanged,
                 [&ticks](PlaybackMonitor::Label label) { ticks += label == PlaybackMonitor::Test2; });

@@ -9,6 +9,7 @@
 #include "support/FakePlayer.h"
 #include "support/TestServices.h"
 
+#include <QRegularExpression>
 #include <QStringList>
 
 // The playback core wired the way the main window wires it, on the fixed clock and scripted random
@@ -33,6 +34,10 @@ template <class Player> struct PlaybackCore {
     void setLines(int n, const QStringList& lines) {
         playlists.paths(n) = lines.isEmpty() ? QStringList{QString()} : lines;
         playlists.FuncDisplayPlaylist(true, n);
+    }
+    // Playlist n holds these files, priority 5.
+    void setFiles(int n, QStringList files) {
+        setLines(n, files.replaceInStrings(QRegularExpression(QStringLiteral("$")), QStringLiteral(":5")));
     }
     QString statusText() const { return t.status.text(); }
 
