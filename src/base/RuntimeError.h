@@ -15,6 +15,8 @@ public:
         TypeMismatch = 13,
         BadFileName = 52,
         FileNotFound = 53,
+        DeviceIo = 57,
+        DiskFull = 61,
         PermissionDenied = 70,
         PathFileAccess = 75,
         PathNotFound = 76,
@@ -31,6 +33,10 @@ public:
     static RuntimeError typeMismatch();
     static RuntimeError invalidCall();
     static RuntimeError subscriptOutOfRange();
+    // The error a failed open raises, worded as the file system's (missing folder, folder, no rights).
+    static RuntimeError fileOpen(const QString& file, bool forWriting);
+    // A write the system refused: "Datenträger voll" for a full disk or quota, else the device error.
+    static RuntimeError fileWrite(int systemError);
 
 private:
     int m_number;

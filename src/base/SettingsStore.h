@@ -1,10 +1,9 @@
 #pragma once
 
+#include "base/IniText.h"
+
 #include <QList>
 #include <QString>
-#include <memory>
-
-class QSettings;
 
 // The per-user store of the application "TavoMP3Player": sections of text keys. Readers pass
 // their own default at every call; there is no central settings object.
@@ -39,10 +38,11 @@ public:
 };
 
 // INI file, one group per section. Linux: $XDG_CONFIG_HOME/TavoMP3Player/TavoMP3Player.ini.
+// Read once with QSettings; every save writes the whole file anew with checked writes, since
+// QSettings' own write replaces the file with an empty one on a full disk and reports success.
 class IniSettingsStore : public SettingsStore {
 public:
     explicit IniSettingsStore(const QString& fileName = defaultFileName());
-    ~IniSettingsStore() override;
 
     static QString defaultFileName();
     QString fileName() const;
@@ -57,7 +57,8 @@ public:
     using SettingsStore::SaveSetting;
 
 private:
-    void sync();
+    void writeFile();
 
-    std::unique_ptr<QSettings> m_settings;
+    QString m_fileName;
+    IniText::Sections m_sections;
 };

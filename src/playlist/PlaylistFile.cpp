@@ -1,11 +1,11 @@
 #include "playlist/PlaylistFile.h"
 
+#include "base/AtomicFileWriter.h"
 #include "base/RuntimeError.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 namespace PlaylistFile {
 
@@ -30,27 +30,12 @@ bool encodes(const QString& text, const TextFormat& format) {
 
 } // namespace
 
-RuntimeError openError(const QString& file, bool forWriting) {
-    const QFileInfo info(file);
-    if (file.isEmpty())
-        return {RuntimeError::BadFileName, QStringLiteral("Dateiname oder -nummer falsch")};
-    if (forWriting && !info.absoluteDir().exists())
-        return {RuntimeError::PathNotFound, QStringLiteral("Pfad nicht gefunden")};
-    if (!forWriting && !info.exists())
-        return {RuntimeError::FileNotFound, QStringLiteral("Datei nicht gefunden")};
-    if (info.isDir())
-        return {RuntimeError::PathFileAccess, QStringLiteral("Fehler beim Zugriff auf Pfad/Datei")};
-    if (info.exists() && (forWriting ? !info.isWritable() : !info.isReadable()))
-        return {RuntimeError::PermissionDenied, QStringLiteral("Zugriff verweigert")};
-    return {RuntimeError::PathFileAccess, QStringLiteral("Fehler beim Zugriff auf Pfad/Datei")};
-}
-
 QString FuncCheckFile(const QString& file, int mode) {
     Q_UNUSED(mode); // only ever opened for reading
     QFile f(file);
     if (!QFileInfo(file).isDir() && f.open(QIODevice::ReadOnly))
         return QStringLiteral("OK");
-    const RuntimeError e = openError(file, false);
+    const RuntimeError e = RuntimeError::fileOpen(file, false);
     return QStringLiteral("Fehler beim Laden von \"") + file + QStringLiteral("\" -> #") +
            QString::number(e.number()) + QLatin1Char(' ') + e.description();
 }
@@ -71,7 +56,7 @@ QString decode(const QByteArray& data, const TextFormat& format) {
 QStringList readLines(const QString& file, TextFormat* format) {
     QFile f(file);
     if (QFileInfo(file).isDir() || !f.open(QIODevice::ReadOnly))
-        throw openError(file, false);
+        throw RuntimeError::fileOpen(file, false);
     const QByteArray data = f.readAll();
     const TextFormat found = detectFormat(data);
     if (format)
@@ -113,11 +98,7 @@ TextFormat writeLines(const QString& file, const QStringList& lines, const TextF
 }
 
 void writeBytes(const QString& file, const QByteArray& data) {
-    QSaveFile out(file);
-    if (QFileInfo(file).isDir() || !out.open(QIODevice::WriteOnly))
-        throw openError(file, true);
-    if (out.write(data) != data.size() || !out.commit())
-        throw openError(file, true);
+    AtomicFileWriter::writeFile(file, data);
 }
 
 } // namespace PlaylistFile

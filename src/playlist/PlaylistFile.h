@@ -26,8 +26,6 @@ QStringList readLines(const QString& file, TextFormat* format = nullptr);
 // The format a file's bytes are in (see readLines) and the text they hold.
 TextFormat detectFormat(const QByteArray& data);
 QString decode(const QByteArray& data, const TextFormat& format);
-// The error a failed open raises, worded as the file system's (missing folder, folder, no rights).
-RuntimeError openError(const QString& file, bool forWriting);
 // Replaces the file in one atomic write, every line ended by CR LF, in the format given; text the
 // 8-bit code page cannot hold is written as UTF-8 instead. Returns the format written.
 // Raises a RuntimeError on failure.

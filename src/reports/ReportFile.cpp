@@ -1,7 +1,6 @@
 #include "reports/ReportFile.h"
 
 #include "base/RuntimeError.h"
-#include "playlist/PlaylistFile.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -15,24 +14,25 @@ QString ReportFile::reportPath(const QString& fileName) {
 }
 
 ReportFile::ReportFile(const QString& path) : m_path(path), m_file(path) {
-    if (QFileInfo(path).isDir() || !m_file.open(QIODevice::WriteOnly))
-        throw PlaylistFile::openError(path, true);
 }
 
 ReportFile::~ReportFile() {
-    if (!m_closed)
+    if (m_closed)
+        return;
+    try {
         m_file.commit();
+    } catch (const RuntimeError&) {
+        // The report already stopped with an error of its own; the old file stays.
+    }
 }
 
 void ReportFile::WriteLine(const QString& line) {
     QByteArray bytes = line.toLocal8Bit();
     bytes.append("\r\n", 2);
-    if (m_file.write(bytes) != bytes.size())
-        throw PlaylistFile::openError(m_path, true);
+    m_file.write(bytes);
 }
 
 void ReportFile::Close() {
     m_closed = true;
-    if (!m_file.commit())
-        throw PlaylistFile::openError(m_path, true);
+    m_file.commit();
 }

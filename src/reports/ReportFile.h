@@ -1,12 +1,14 @@
 #pragma once
 
-#include <QSaveFile>
+#include "base/AtomicFileWriter.h"
+
 #include <QString>
 
 // A report text file: created anew, lines in the system's 8-bit code page ended by CR LF, and
 // replaced in one atomic step. When a report stops early (Esc, a run-time error) the lines
 // written so far are what the file holds afterwards: the previous report is gone from the moment
-// the new one was created, as the user was told.
+// the new one was created, as the user was told. A disk that cannot take the report keeps the
+// previous one whole.
 class ReportFile {
 public:
     // Where reports go: the root of drive C: on Windows, the home folder elsewhere.
@@ -26,6 +28,6 @@ public:
 
 private:
     QString m_path;
-    QSaveFile m_file;
+    AtomicFileWriter m_file;
     bool m_closed = false;
 };

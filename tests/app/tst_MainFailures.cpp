@@ -6,6 +6,8 @@
 #include "player/PlaybackMonitor.h"
 #include "playlist/widgets/PriorityFrame.h"
 #include "playlist/widgets/TavoMP3QuickSearch.h"
+#include "support/FileBytes.h"
+#include "support/FullDisk.h"
 #include "support/MainWindowRig.h"
 #include "ui/TavoMP3Settings.h"
 #include "ui/TavoSlider.h"
@@ -89,37 +91,51 @@ private slots:
         QCOMPARE(r.player.playedFiles(), QStringList{"/m/Song00.mp3"});
     }
 
-    // A save asked for at close that fails keeps the window and the list; a save elsewhere then closes.
+    // A save asked for at close that fails keeps the window and the list, and the file as it was; a save
+    // elsewhere then closes.
     void closeAfterAFailedSaveKeepsWindowAndList_data() {
-        QTest::addColumn<bool>("folderGone"); // else a folder in the file's place
-        QTest::newRow("folder gone") << true;
-        QTest::newRow("a folder in the file's place") << false;
+        QTest::addColumn<QString>("stickProblem");
+        QTest::addColumn<QString>("error");
+        QTest::newRow("folder gone") << "folder gone"
+                                     << "Pfad nicht gefunden";
+        QTest::newRow("a folder in the file's place") << "folder"
+                                                      << "Fehler beim Zugriff auf Pfad/Datei";
+        QTest::newRow("full disk") << "full"
+                                   << "Datenträger voll";
     }
     void closeAfterAFailedSaveKeepsWindowAndList() {
-        QFETCH(bool, folderGone);
-        QTemporaryDir stick;
-        const QString file = stick.filePath("list.txt");
+        QFETCH(QString, stickProblem);
+        QFETCH(QString, error);
+        QTemporaryDir folder;
+        FullDisk disk;
+        if (stickProblem == "full" && !disk.ready())
+            QSKIP(FullDisk::whyNot());
+        const QString file = stickProblem == "full" ? disk.path("list.txt") : folder.filePath("list.txt");
         PlaylistFile::writeLines(file, songs());
+        const QByteArray bytes = FileBytes::read(file);
         MainWindowRig r;
         r.setting("PlaylistFile", file);
         r.load();
         QTest::keyClick(r.w.FPlaylist, Qt::Key_Delete); // marks the list as changed
         const QStringList before = r.w.playlists().PlaylistPaths;
-        if (folderGone) {
-            QVERIFY(stick.remove());
-        } else {
+        if (stickProblem == "folder gone") {
+            QVERIFY(folder.remove());
+        } else if (stickProblem == "folder") {
             QVERIFY(QFile::remove(file));
             QVERIFY(QDir().mkpath(file));
+        } else {
+            disk.fill();
         }
         r.player.clearLog();
         r.t.dialogs.answers = {Dialogs::Answer::Yes};
 
         QVERIFY(!r.w.close());
 
+        QCOMPARE(r.t.dialogs.messageTexts().last(), "Fehler in Player Form QueryUnload in Zeile 2: " + error);
+        if (stickProblem == "full")
+            QCOMPARE(FileBytes::read(file), bytes);
         QVERIFY(r.w.isVisible());
         QCOMPARE(r.w.playlists().PlaylistPaths, before);
-        QVERIFY(
-            r.t.dialogs.messageTexts().last().startsWith("Fehler in Player Form QueryUnload in Zeile 2: "));
         QCOMPARE(r.player.commands(), QList<qint32>{}); // the player keeps playing
 
         const QString elsewhere = r.dir.filePath("saved.txt");

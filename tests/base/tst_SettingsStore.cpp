@@ -1,9 +1,11 @@
 #include "base/RuntimeError.h"
 #include "base/SettingsStore.h"
 #include "support/FileBytes.h"
+#include "support/FullDisk.h"
 #include "support/TempSettings.h"
 
 #include <QFile>
+#include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -25,6 +27,8 @@ private slots:
         QTest::newRow("umlauts and quotes")
             << u"Settings"_s << u"PlaylistFile"_s << u"/home/jü/\"Liste\"; x=1.txt"_s;
         QTest::newRow("empty") << u"Settings"_s << u"BGImagePath"_s << u""_s;
+        QTest::newRow("typed-value marker, controls, emoji")
+            << u"Preset12"_s << u"PresetName"_s << u"@Variant(\t\x01 1)\u00e9\U0001F3B5"_s;
     }
     void roundTrip() {
         QFETCH(QString, section);
@@ -35,6 +39,12 @@ private slots:
         store.SaveSetting(section, key, value);
         QCOMPARE(store.GetSetting(section, key, u"default"_s), value);
         QCOMPARE(IniSettingsStore(store.fileName()).GetSetting(section, key, u"default"_s), value);
+        // Written as Qt writes it: older versions of the program read it the same.
+        {
+            QSettings qt(store.folder() + u"/qt.ini"_s, QSettings::IniFormat);
+            qt.setValue(section + u'/' + key, value);
+        }
+        QCOMPARE(FileBytes::read(store.fileName()), FileBytes::read(store.folder() + u"/qt.ini"_s));
     }
 
     // Names are kept exactly and compared with case; a deleted section is gone, deleting it again raises.
@@ -54,17 +64,44 @@ private slots:
         QVERIFY_THROWS_EXCEPTION(RuntimeError, store.DeleteSetting(u"Preset7"_s));
     }
 
-    // A file that cannot be written is reported, not silently dropped.
+    // A file that cannot be written is reported, not silently dropped, and the old file stays whole;
+    // the value is kept for the next save that succeeds.
+    void unwritableFileIsReported_data() {
+        QTest::addColumn<bool>("fullDisk"); // else a file where the store's folder would have to be
+        QTest::addColumn<QString>("error");
+        QTest::newRow("folder blocked") << false << u"70 Zugriff verweigert"_s;
+        QTest::newRow("full disk") << true << u"61 Datenträger voll"_s;
+    }
     void unwritableFileIsReported() {
-        TempSettings blocker; // a file where the store's folder would have to be
+        QFETCH(bool, fullDisk);
+        QFETCH(QString, error);
+        FullDisk disk;
+        TempSettings blocker;
+        if (fullDisk && !disk.ready())
+            QSKIP(FullDisk::whyNot());
         QFile(blocker.folder() + u"/file"_s).open(QIODevice::WriteOnly);
-        IniSettingsStore store(blocker.folder() + u"/file/TavoMP3Player.ini"_s);
+        const QString file =
+            fullDisk ? disk.path(u"TavoMP3Player.ini"_s) : blocker.folder() + u"/file/x.ini"_s;
+        IniSettingsStore store(file);
+        if (fullDisk) {
+            store.SaveSetting(u"Settings"_s, u"PlaylistFile"_s, u"/home/jü/liste.txt"_s);
+            disk.fill();
+        }
+        const QByteArray before = FileBytes::read(file);
         try {
             store.SaveSetting(u"Settings"_s, u"Volume"_s, 150);
             QFAIL("saving must fail");
         } catch (const RuntimeError& e) {
-            QCOMPARE(e.number(), int(RuntimeError::PermissionDenied));
-            QCOMPARE(e.description(), u"Zugriff verweigert"_s);
+            QCOMPARE(QString::number(e.number()) + u' ' + e.description(), error);
+        }
+        QCOMPARE(FileBytes::read(file), before);
+        if (fullDisk) {
+            disk.drain();
+            store.SaveSetting(u"Settings"_s, u"ShuffleStatus"_s, u"True"_s);
+            const IniSettingsStore reread(file);
+            QCOMPARE(reread.GetSetting(u"Settings"_s, u"PlaylistFile"_s, QString()) + u'|' +
+                         reread.GetSetting(u"Settings"_s, u"Volume"_s, QString()),
+                     u"/home/jü/liste.txt|150"_s);
         }
     }
 

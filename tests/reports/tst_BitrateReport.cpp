@@ -5,6 +5,7 @@
 #include "base/ErrorReport.h"
 #include "reports/BitrateReport.h"
 #include "support/FileBytes.h"
+#include "support/FullDisk.h"
 #include "support/TestServices.h"
 
 #include <QFile>
@@ -27,6 +28,7 @@ class TestBitrateReport : public QObject {
     Q_OBJECT
 
     QTemporaryDir m_dir;
+    FullDisk m_disk;
     QString reportPath() const { return m_dir.filePath("MP3Info.txt"); }
 
     // The information call takes callSeconds on the fake clock and answers from the song's number:
@@ -178,6 +180,9 @@ private slots:
         QTest::newRow("50 songs: main loop") << playlist(50) << mine << 1 << "Zeile 6: " + index << 50;
         QTest::newRow("report folder missing") << playlist(200) << m_dir.filePath("fehlt/MP3Info.txt") << 1
                                                << "Zeile 5: Pfad nicht gefunden" << -1;
+        // The one line of the old report stays.
+        QTest::newRow("full disk") << playlist(200) << m_disk.path("MP3Info.txt") << 1
+                                   << "Zeile 7: Datenträger voll" << 1;
     }
     void errorsStopTheReport() {
         QFETCH(QStringList, lines);
@@ -185,9 +190,19 @@ private slots:
         QFETCH(int, questions);
         QFETCH(QString, message);
         QFETCH(int, linesWritten);
+        const bool full = report == m_disk.path("MP3Info.txt");
+        if (full && !m_disk.ready())
+            QSKIP(FullDisk::whyNot());
+        if (full) {
+            FileBytes::write(report, "alter Report\r\n");
+            m_disk.fill();
+        }
         Run r(report);
         r.t.dialogs.answers = {Dialogs::Answer::Yes};
-        QVERIFY(!r.go(lines));
+        const bool done = r.go(lines);
+        m_disk.drain();
+        QVERIFY(!done);
+        QVERIFY(!r.t.status.text().contains("fertig"));
         QCOMPARE(r.t.dialogs.questions.size(), questions + 1);
         QCOMPARE(r.t.dialogs.questions.last().text, "Fehler in BReportBitrate_Click in " + message);
         if (linesWritten < 0)

@@ -5,6 +5,7 @@
 #include "base/ErrorReport.h"
 #include "reports/PriorityReport.h"
 #include "support/FileBytes.h"
+#include "support/FullDisk.h"
 #include "support/TestServices.h"
 
 #include <QFile>
@@ -16,6 +17,7 @@ class TestPriorityReport : public QObject {
     Q_OBJECT
 
     QTemporaryDir m_dir;
+    FullDisk m_disk;
     QString reportPath() const { return m_dir.filePath("MP3Prio.txt"); }
 
     struct Run {
@@ -94,14 +96,27 @@ private slots:
         QTest::newRow("report file is a folder")
             << QStringList{"/a.mp3:1"} << m_dir.path() << "Zeile 3: Fehler beim Zugriff auf Pfad/Datei"
             << QByteArray("<missing>");
+        // The old report stays whole, and the report does not say "fertig".
+        QTest::newRow("full disk") << QStringList{"/a.mp3:1"} << m_disk.path("MP3Prio.txt")
+                                   << "Zeile 5: Datenträger voll" << QByteArray("alter Report\r\n");
     }
     void badEntriesRaiseErrors() {
         QFETCH(QStringList, lines);
         QFETCH(QString, report);
         QFETCH(QString, message);
         QFETCH(QByteArray, written);
+        const bool full = report == m_disk.path("MP3Prio.txt");
+        if (full && !m_disk.ready())
+            QSKIP(FullDisk::whyNot());
+        if (full) {
+            FileBytes::write(report, written);
+            m_disk.fill();
+        }
         Run r(report);
-        QVERIFY(!r.go(lines));
+        const bool done = r.go(lines);
+        m_disk.drain();
+        QVERIFY(!done);
+        QCOMPARE(r.t.status.text(), QString());
         QCOMPARE(r.t.dialogs.questions.last().text, "Fehler in BReportPrio_Click in " + message);
         QCOMPARE(FileBytes::read(report), written);
     }
