@@ -59,55 +59,86 @@ bool isM3u(const QString& file, const QStringList& lines) {
     return isM3uName(file) || (!lines.isEmpty() && lines.first().trimmed().startsWith(kHeader));
 }
 
+namespace {
+
+// One entry line as read() takes it: its path (native separators, relative ones from the list's
+// folder) and the priority digit it carries itself, if any. Empty for a network address.
+struct Entry {
+    QString path;
+    QChar digit;
+};
+
+Entry parseEntry(const QString& line, const QDir& folder) {
+    QString entry = line;
+    bool address = false;
+    if (entry.startsWith(QLatin1String("file://"), Qt::CaseInsensitive)) {
+        entry = QUrl(entry).toLocalFile();
+        address = true;
+    } else if (isAddress(entry)) {
+        return {};
+    }
+    QChar digit;
+    // Our own lines end in ":<digit>"; an address names its file exactly.
+    if (!address && hasPriority(entry)) {
+        digit = entry.back();
+        entry.chop(2);
+    }
+    if (QDir::isRelativePath(entry))
+        entry = folder.filePath(entry);
+    return {QDir::toNativeSeparators(QDir::cleanPath(entry)), digit};
+}
+
+} // namespace
+
 Import read(const QStringList& lines, const QString& listFolder) {
     Import result;
     const QDir folder(listFolder);
     qint32 seconds = -1;
+    QString title;
     QChar priority = QLatin1Char('5');
     for (const QString& raw : lines) {
         const QString line = raw.trimmed();
         if (line.isEmpty())
             continue;
         if (line.startsWith(QLatin1Char('#'))) {
-            if (line.startsWith(kInfo))
-                seconds = line.mid(kInfo.size()).section(QLatin1Char(','), 0, 0).trimmed().toInt();
-            else if (line.startsWith(kPriorityTag) && line.size() == kPriorityTag.size() + 1 &&
-                     isPriorityDigit(line.back()))
+            if (line.startsWith(kInfo)) {
+                const qsizetype comma = line.indexOf(QLatin1Char(','));
+                seconds = line.mid(kInfo.size(), comma < 0 ? -1 : comma - kInfo.size()).trimmed().toInt();
+                title = comma < 0 ? QString() : line.mid(comma + 1);
+            } else if (line.startsWith(kPriorityTag) && line.size() == kPriorityTag.size() + 1 &&
+                       isPriorityDigit(line.back())) {
                 priority = line.back();
+            }
             continue;
         }
-        QString entry = line;
-        if (entry.startsWith(QLatin1String("file://"), Qt::CaseInsensitive)) {
-            entry = QUrl(entry).toLocalFile();
-        } else if (isAddress(entry)) {
-            result.addresses << entry;
-            seconds = -1;
-            priority = QLatin1Char('5');
-            continue;
+        const Entry entry = parseEntry(line, folder);
+        if (entry.path.isEmpty()) {
+            result.addresses << line;
+        } else {
+            if (!QFileInfo::exists(entry.path))
+                result.missing << entry.path;
+            if (seconds > 0)
+                result.seconds.insert(entry.path, seconds);
+            if (!title.isEmpty())
+                result.titles.insert(entry.path, title);
+            result.lines << entry.path + QLatin1Char(':') + (entry.digit.isNull() ? priority : entry.digit);
         }
-        QChar digit = priority;
-        if (hasPriority(entry)) {
-            digit = entry.back();
-            entry.chop(2);
-        }
-        if (QDir::isRelativePath(entry))
-            entry = folder.filePath(entry);
-        entry = QDir::toNativeSeparators(QDir::cleanPath(entry));
-        if (!QFileInfo::exists(entry))
-            result.missing << entry;
-        if (seconds > 0)
-            result.seconds.insert(entry, seconds);
-        result.lines << entry + QLatin1Char(':') + digit;
         seconds = -1;
+        title.clear();
         priority = QLatin1Char('5');
     }
     return result;
 }
 
 QString write(const QStringList& playlistLines, const QString& listFolder,
-              const QHash<QString, qint32>& seconds, PathStyle style) {
+              const QHash<QString, qint32>& seconds, const QHash<QString, QString>& titles, PathStyle style) {
     QString text = kHeader + QLatin1Char('\n');
+    const QDir folder(listFolder);
     const QString below = QDir::cleanPath(QDir::fromNativeSeparators(listFolder)) + QLatin1Char('/');
+    auto readsBack = [&folder](const QString& written, const QString& path) {
+        const Entry e = parseEntry(written.trimmed(), folder);
+        return !written.trimmed().startsWith(QLatin1Char('#')) && e.path == path && e.digit.isNull();
+    };
     for (const QString& line : playlistLines) {
         if (line.isEmpty())
             continue;
@@ -115,17 +146,30 @@ QString write(const QStringList& playlistLines, const QString& listFolder,
         const QChar digit = PlaylistLine::priority(line);
         if (digit != QLatin1Char('5'))
             text += kPriorityTag + digit + QLatin1Char('\n');
-        QString title;
-        try {
-            title = PlaylistLine::FuncGetSongName(line, style);
-        } catch (const std::exception&) {
+        QString title = titles.value(path);
+        if (title.isEmpty()) {
+            try {
+                title = PlaylistLine::FuncGetSongName(line, style);
+            } catch (const std::exception&) {
+            }
+            if (title.isEmpty() || PlaylistLine::isErrorName(title))
+                title = QFileInfo(path).completeBaseName();
         }
-        if (title.isEmpty() || PlaylistLine::isErrorName(title))
-            title = QFileInfo(path).completeBaseName();
         text +=
             kInfo + QString::number(seconds.value(path, -1)) + QLatin1Char(',') + title + QLatin1Char('\n');
         const QString plain = QDir::fromNativeSeparators(path);
-        text += plain.startsWith(below) ? QDir::toNativeSeparators(plain.mid(below.size())) : path;
+        QString written = path;
+        if (plain.startsWith(below)) {
+            written = QDir::toNativeSeparators(plain.mid(below.size()));
+            if (written.startsWith(QLatin1Char('#')))
+                written = QStringLiteral(".") + QDir::separator() + written; // not a comment line
+        }
+        if (!readsBack(written, path)) {
+            const QString address = QUrl::fromLocalFile(plain).toString(QUrl::FullyEncoded);
+            if (readsBack(address, path))
+                written = address;
+        }
+        text += written;
         text += QLatin1Char('\n');
     }
     return text;

@@ -18,6 +18,7 @@ inline const QString kPriorityTag = QStringLiteral("#TAVOMP3PRIO:");
 struct Import {
     QStringList lines;              // PlaylistLines, priority 5 where the file names none
     QHash<QString, qint32> seconds; // lengths the file names, by file path
+    QHash<QString, QString> titles; // "#EXTINF" titles, by file path: a save gives them back
     QStringList addresses;          // network entries, left out
     QStringList missing;            // files not on disk, kept
     // A German account of what was left out or is missing; "" when nothing was.
@@ -30,8 +31,11 @@ bool isM3uName(const QString& file);
 bool isM3u(const QString& file, const QStringList& lines);
 // listFolder: folder of the playlist file, native separators.
 Import read(const QStringList& lines, const QString& listFolder);
-// The text of an M3U8 file for the playlist lines; seconds: the lengths known, by file path.
+// The text of an M3U8 file for the playlist lines; seconds and titles: what is known, by file path
+// (titles otherwise from the file names). Every entry is written so that read() gives the same path
+// back: a name starting with "#" gets "./" in front, one read() would change (edge blanks, a
+// trailing ":<digit>") is written as a file:// address.
 QString write(const QStringList& playlistLines, const QString& listFolder,
-              const QHash<QString, qint32>& seconds, PathStyle style);
+              const QHash<QString, qint32>& seconds, const QHash<QString, QString>& titles, PathStyle style);
 
 } // namespace M3uPlaylist

@@ -46,7 +46,7 @@ void PlaylistManager::setActPlaylist(int n, const QString& file) {
 QString PlaylistManager::FuncReadPlaylistAndDisplay(const QString& file, bool clear, int n) {
     if (clear)
         list(n).clear();
-    LoadRecord record{file, {}, {}, {}};
+    LoadRecord record{file, {}, {}, {}, {}, {}};
     const QString text = readPlaylist(file, n, record);
     m_loaded[n] = record;
     return text;
@@ -66,7 +66,8 @@ QString PlaylistManager::readPlaylist(const QString& file, int n, LoadRecord& re
         const M3uPlaylist::Import m3u =
             M3uPlaylist::read(lines, QDir::toNativeSeparators(QFileInfo(file).absolutePath()));
         lines = m3u.lines;
-        SongSeconds.insert(m3u.seconds);
+        record.seconds = m3u.seconds;
+        record.titles = m3u.titles;
         record.notes = m3u.notes();
         if (!m3u.addresses.isEmpty())
             record.problem = record.notes; // a save over the file would drop those entries
@@ -220,17 +221,19 @@ bool PlaylistManager::confirmOverwrite(const QString& file, int n) {
 }
 
 void PlaylistManager::writePlaylist(const QString& file, const QStringList& lines, int n) {
+    LoadRecord& loaded = m_loaded[n];
     if (M3uPlaylist::isM3uName(file)) {
         const QString folder = QDir::toNativeSeparators(QFileInfo(file).absolutePath());
+        QHash<QString, qint32> seconds = loaded.seconds;
+        seconds.insert(SongSeconds); // what the player measured beats what a file said
         PlaylistFile::writeBytes(
-            file, M3uPlaylist::write(lines, folder, SongSeconds, m_services.pathStyle).toUtf8());
-        m_loaded[n] = {file, {}, {}, {}};
+            file, M3uPlaylist::write(lines, folder, seconds, loaded.titles, m_services.pathStyle).toUtf8());
+        loaded = {file, {}, {}, {}, loaded.seconds, loaded.titles};
         return;
     }
     // Written back in the encoding it was read in; a file not read is UTF-8.
-    const PlaylistFile::TextFormat format =
-        m_loaded[n].file == file ? m_loaded[n].format : PlaylistFile::TextFormat{};
-    m_loaded[n] = {file, PlaylistFile::writeLines(file, lines, format), {}, {}};
+    const PlaylistFile::TextFormat format = loaded.file == file ? loaded.format : PlaylistFile::TextFormat{};
+    loaded = {file, PlaylistFile::writeLines(file, lines, format), {}, {}, loaded.seconds, loaded.titles};
 }
 
 void PlaylistManager::FuncSavePlaylistAs(int n) {

@@ -22,8 +22,8 @@ public:
     QStringList Playlist2Paths{QString()};
     bool PlaylistChanged = false;
     QString DialogLastpath;
-    // Song lengths in seconds where known (from an opened M3U or the player), by file path; an M3U
-    // save writes them into its "#EXTINF" lines.
+    // Song lengths in seconds the player reported in this session, by file path; an M3U save writes
+    // them into its "#EXTINF" lines.
     QHash<QString, qint32> SongSeconds;
 
     PlaylistListModel& list(int n) { return n == 1 ? m_list1 : m_list2; }
@@ -71,6 +71,9 @@ private:
         PlaylistFile::TextFormat format;
         QString problem;
         QString notes; // what an M3U load left out or missed, for the user
+        // What an M3U gave its entries, written back by an M3U save of this playlist only.
+        QHash<QString, qint32> seconds;
+        QHash<QString, QString> titles;
     };
 
     Dialogs::FileRequest fileRequest(const QString& title, const QString& filter, int flags) const;

@@ -10,6 +10,7 @@
 #include <QStringEncoder>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QUrl>
 
 using namespace Qt::StringLiterals;
 
@@ -189,10 +190,11 @@ private slots:
                                           << QByteArray("/m/a/One.mp3:5\r\n");
         QTest::newRow("empty line, kept") << "e.txt" << broken << "" << no << same;
         QTest::newRow("empty line, replaced") << "e.txt" << broken << "" << yes << QByteArray("\r\n");
-        // Lengths, priorities and the paths below the list's folder are written back as they were read.
+        // Lengths, titles, priorities and the paths below the list's folder are written back as they were
+        // read.
         QTest::newRow("m3u8 round trip")
             << "liste.m3u8"
-            << u"#EXTM3U\n#EXTINF:123,Eins\nAlbum/Eins.mp3\n#TAVOMP3PRIO:2\n#EXTINF:-1,Zwei Ä\n/andere/Zwei Ä.mp3\n"_s
+            << u"#EXTM3U\n#EXTINF:123,Band - Eins, live\nAlbum/Eins.mp3\n#TAVOMP3PRIO:2\n#EXTINF:-1,Zwei Ä\n/andere/Zwei Ä.mp3\n"_s
                    .toUtf8()
             << "1. Eins" << none << same;
         QTest::newRow("m3u address, kept") << "w.m3u" << web << "1. One" << no << same;
@@ -249,6 +251,38 @@ private slots:
         QCOMPARE(t.dialogs.questions.size(), 1);
         QVERIFY(t.dialogs.questions[0].text.contains(u"1. /m/a/Bad\u21b5Name.mp3:5\n3. /m/a/Bad\u21b5Too"_s));
         QCOMPARE(p.PlaylistPaths.size(), 3); // the list itself keeps them
+    }
+
+    // Every name the M3U8 writer meets comes back as the same entry with its priority; the lengths of a
+    // list opened before do not travel into it.
+    void m3uWriteReadsBack_data() {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("written"); // the title and the entry line, %1 = the list's folder
+        QTest::newRow("plain") << u"Lied.mp3"_s << u"Lied\nLied.mp3"_s;
+        QTest::newRow("leading #") << u"#1 Hit.mp3"_s << u"#1 Hit\n./#1 Hit.mp3"_s;
+        QTest::newRow("edge blanks") << u" Lied .mp3 "_s << u" Lied .\nfile://%1/%20Lied%20.mp3%20"_s;
+        QTest::newRow("ends like a priority") << u"Lied.mp3:3"_s << u"Lied.m\nfile://%1/Lied.mp3:3"_s;
+        QTest::newRow("looks like an address") << u"http:/x.mp3"_s << u"x\nhttp:/x.mp3"_s;
+        QTest::newRow("umlauts, percent") << u"Grüße 100%.mp3"_s << u"Grüße 100%\nGrüße 100%.mp3"_s;
+    }
+    void m3uWriteReadsBack() {
+        QFETCH(QString, name);
+        QFETCH(QString, written);
+        QTemporaryDir dir;
+        const QString path = dir.filePath(name);
+        QVERIFY(QDir().mkpath(QFileInfo(path).absolutePath()) && FileBytes::write(path, {}));
+        TestServices t;
+        PlaylistManager p(t.services);
+        FileBytes::write(dir.filePath(u"alt.m3u8"_s), (u"#EXTINF:99,Alt\n"_s + path + u"\n"_s).toUtf8());
+        p.FuncReadPlaylistAndDisplay(dir.filePath(u"alt.m3u8"_s), true, 1);
+        PlaylistFile::writeLines(dir.filePath(u"neu.txt"_s), {path + u":3"_s});
+        p.FuncReadPlaylistAndDisplay(dir.filePath(u"neu.txt"_s), true, 1);
+        p.FuncSavePlaylist(dir.filePath(u"neu.m3u8"_s), 1);
+        const QString base = QUrl::fromLocalFile(dir.path()).path(QUrl::FullyEncoded);
+        QCOMPARE(QString::fromUtf8(FileBytes::read(dir.filePath(u"neu.m3u8"_s))),
+                 u"#EXTM3U\n#TAVOMP3PRIO:3\n#EXTINF:-1,"_s + QString(written).replace(u"%1"_s, base) + u'\n');
+        p.FuncReadPlaylistAndDisplay(dir.filePath(u"neu.m3u8"_s), true, 1);
+        QCOMPARE(p.PlaylistPaths, QStringList{path + u":3"_s});
     }
 
     void m3uRead_data() {
