@@ -9,11 +9,15 @@
 #include "player/Transport.h"
 #include "playlist/PlaylistLine.h"
 #include "playlist/SongSelection.h"
+#include "reports/Mp3Info.h"
 
+#include <QCoreApplication>
 #include <QDBusMessage>
 #include <QDir>
 #include <QFileInfo>
+#include <QPointer>
 #include <QSlider>
+#include <QThreadPool>
 #include <QUrl>
 #include <cmath>
 
@@ -21,12 +25,14 @@ const QString MprisPlayerAdaptor::kObjectPath = QStringLiteral("/org/mpris/Media
 
 namespace {
 const QString kNoTrack = QStringLiteral("/org/mpris/MediaPlayer2/TrackList/NoTrack");
+const QString kMetadata = QStringLiteral("Metadata");
+const QString kLength = QStringLiteral("mpris:length");
+constexpr qint64 kLengthWaitMs = 3000;
 } // namespace
 
 MprisPlayerAdaptor::MprisPlayerAdaptor(QObject* exported, TavoMP3PlayerMain& window,
-                                       std::function<bool()> playerRunning, const QDBusConnection& bus)
-    : QDBusAbstractAdaptor(exported), m_window(window), m_playerRunning(std::move(playerRunning)),
-      m_bus(bus) {
+                                       const QDBusConnection& bus)
+    : QDBusAbstractAdaptor(exported), m_window(window), m_bus(bus) {
     m_announced = current();
     // After the monitor's own tick handler: a song it started is already in the state.
     connect(&window.playback().tmrTime, &QTimer::timeout, this, &MprisPlayerAdaptor::announceChanges);
@@ -39,11 +45,10 @@ MprisPlayerAdaptor::MprisPlayerAdaptor(QObject* exported, TavoMP3PlayerMain& win
             &MprisPlayerAdaptor::announceChanges);
 }
 
-QObject* MprisPlayerAdaptor::publish(TavoMP3PlayerMain& window, std::function<bool()> playerRunning,
-                                     const QDBusConnection& bus) {
+QObject* MprisPlayerAdaptor::publish(TavoMP3PlayerMain& window, const QDBusConnection& bus) {
     auto* exported = new QObject(&window);
     new MprisRootAdaptor(exported, window);
-    new MprisPlayerAdaptor(exported, window, std::move(playerRunning), bus);
+    new MprisPlayerAdaptor(exported, window, bus);
     QDBusConnection(bus).registerObject(kObjectPath, exported, QDBusConnection::ExportAdaptors);
     return exported;
 }
@@ -55,7 +60,7 @@ QDBusObjectPath MprisPlayerAdaptor::trackId(int playlist, qint32 index) {
 }
 
 int MprisPlayerAdaptor::playerStatus() const {
-    if (!m_playerRunning())
+    if (!m_window.player().isRunning())
         return 0;
     try {
         return m_window.player().WinampGetInfo(PlayerLink::InfoStatus).toInt();
@@ -79,7 +84,8 @@ QVariantMap MprisPlayerAdaptor::metadata() const {
     const PlaybackState& state = m_window;
     const qint32 index = state.CurrentSongList == 1 ? state.PlaylistPosition : state.Playlist2Position;
     QVariantMap m;
-    if (state.CurrentSongFile.isEmpty()) {
+    // No player, no track: what it played last is not playing any more.
+    if (state.CurrentSongFile.isEmpty() || !m_window.player().isRunning()) {
         m.insert(QStringLiteral("mpris:trackid"), QVariant::fromValue(QDBusObjectPath(kNoTrack)));
         return m;
     }
@@ -96,9 +102,41 @@ QVariantMap MprisPlayerAdaptor::metadata() const {
     m.insert(QStringLiteral("xesam:title"), title);
     m.insert(QStringLiteral("xesam:url"),
              QUrl::fromLocalFile(QDir::fromNativeSeparators(file)).toString(QUrl::FullyEncoded));
-    if (const qint32 seconds = m_window.playlists().SongSeconds.value(file, 0); seconds > 0)
-        m.insert(QStringLiteral("mpris:length"), qlonglong(seconds) * 1000000);
+    qint64 microseconds = m_lengths.value(file, -1);
+    if (microseconds == 0) {
+        try {
+            microseconds = m_window.player().lengthMicroseconds();
+        } catch (const std::exception&) {
+        }
+    }
+    if (microseconds > 0)
+        m.insert(kLength, qlonglong(microseconds));
     return m;
+}
+
+void MprisPlayerAdaptor::measure(const QString& file) {
+    if (file.isEmpty() || m_lengths.contains(file) || m_measuring == file)
+        return;
+    m_measuring = file;
+    QPointer<MprisPlayerAdaptor> self(this);
+    QThreadPool::globalInstance()->start([self, file] {
+        bool opened = false;
+        const Mp3ScanResult scan = Mp3Info::scanFile(file, opened);
+        const qint64 microseconds = scan.frames > 0 ? qint64(std::llround(scan.seconds * 1e6)) : 0;
+        QMetaObject::invokeMethod(
+            qApp,
+            [self, file, microseconds] {
+                if (!self)
+                    return;
+                if (self->m_lengths.size() > 100) // only songs of the last moments are asked for
+                    self->m_lengths.clear();
+                self->m_lengths.insert(file, microseconds);
+                if (self->m_measuring == file)
+                    self->m_measuring.clear();
+                self->announceChanges();
+            },
+            Qt::QueuedConnection);
+    });
 }
 
 double MprisPlayerAdaptor::volume() const {
@@ -121,7 +159,7 @@ void MprisPlayerAdaptor::setVolume(double volume) {
 }
 
 qlonglong MprisPlayerAdaptor::position() const {
-    if (!m_playerRunning())
+    if (!m_window.player().isRunning())
         return 0;
     try {
         return qMax<qlonglong>(0, m_window.player().WinampGetInfo(PlayerLink::InfoPosition).toLongLong()) *
@@ -195,7 +233,7 @@ void MprisPlayerAdaptor::OpenUri(const QString& uri, const QDBusMessage& call) {
 
 void MprisPlayerAdaptor::run(const char* command, const QDBusMessage& call, std::function<void()> body,
                              bool needsPlayer) {
-    if (needsPlayer && !m_playerRunning()) {
+    if (needsPlayer && !m_window.player().canPlay()) {
         refuse(QStringLiteral("Mediensteuerung: \"") + QLatin1String(command) +
                    QStringLiteral("\" nicht ausgeführt - es läuft kein Player. Bitte den Player-Pfad in den "
                                   "Einstellungen prüfen oder das Programm neu starten."),
@@ -231,7 +269,20 @@ QVariantMap MprisPlayerAdaptor::current() const {
 }
 
 void MprisPlayerAdaptor::announceChanges() {
-    const QVariantMap now = current();
+    if (m_window.player().isRunning())
+        measure(m_window.CurrentSongFile);
+    QVariantMap now = current();
+    const QVariantMap track = now.value(kMetadata).toMap();
+    const QVariant trackId = track.value(QStringLiteral("mpris:trackid"));
+    if (trackId != m_announced.value(kMetadata).toMap().value(QStringLiteral("mpris:trackid")) &&
+        !track.contains(kLength) && trackId.value<QDBusObjectPath>().path() != kNoTrack) {
+        if (!m_newTrackSince.isValid())
+            m_newTrackSince.start();
+        if (m_newTrackSince.elapsed() < kLengthWaitMs)
+            now.insert(kMetadata, m_announced.value(kMetadata)); // not yet: the rest goes out now
+    } else {
+        m_newTrackSince.invalidate();
+    }
     QVariantMap changed;
     for (auto it = now.cbegin(); it != now.cend(); ++it)
         if (m_announced.value(it.key()) != it.value())

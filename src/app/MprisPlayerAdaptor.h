@@ -4,6 +4,8 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
+#include <QElapsedTimer>
+#include <QHash>
 #include <QVariantMap>
 #include <functional>
 
@@ -34,13 +36,11 @@ class MprisPlayerAdaptor : public QDBusAbstractAdaptor {
 public:
     static const QString kObjectPath;
 
-    // playerRunning: whether the external player answers; commands without one are refused.
-    MprisPlayerAdaptor(QObject* exported, TavoMP3PlayerMain& window, std::function<bool()> playerRunning,
-                       const QDBusConnection& bus);
+    // Commands are refused while no player runs and none can be started.
+    MprisPlayerAdaptor(QObject* exported, TavoMP3PlayerMain& window, const QDBusConnection& bus);
 
     // Exports both MPRIS interfaces on the bus, whose name the caller already holds.
-    static QObject* publish(TavoMP3PlayerMain& window, std::function<bool()> playerRunning,
-                            const QDBusConnection& bus);
+    static QObject* publish(TavoMP3PlayerMain& window, const QDBusConnection& bus);
 
     QString playbackStatus() const;
     double rate() const { return 1.0; }
@@ -83,9 +83,16 @@ private:
     void refuse(const QString& text, const QDBusMessage& call);
     void announceChanges();
     QVariantMap current() const;
+    // The exact length of a song, from its MPEG frames, worked out in the background once per song.
+    void measure(const QString& file);
 
     TavoMP3PlayerMain& m_window;
-    std::function<bool()> m_playerRunning;
+    // Lengths in microseconds by file (0: not an MP3 the frame reader knows; the player's figure then).
+    QHash<QString, qint64> m_lengths;
+    QString m_measuring;
+    // A new song's metadata waits for its length, so that the desktop hears title and length in one
+    // change; bounded by kLengthWaitMs.
+    QElapsedTimer m_newTrackSince;
     QDBusConnection m_bus;
     QVariantMap m_announced;
 };

@@ -254,8 +254,11 @@ void TavoMP3PlayerMain::readPlaybackSettings() {
 }
 
 void TavoMP3PlayerMain::startPlayer() {
-    if (m_services.player)
-        m_player->StartWinamp(WinampPath);
+    if (!m_services.player)
+        return;
+    // mpv starts at its own 100 %: one this program starts begins at the slider's volume instead.
+    m_player->setStartVolume(quint8(sldVol->value()));
+    m_player->StartWinamp(WinampPath);
 }
 
 void TavoMP3PlayerMain::finishPlaybackLoad() {

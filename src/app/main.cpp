@@ -80,8 +80,7 @@ int main(int argc, char* argv[]) {
                          &TavoMP3PlayerMain::activateFromDesktop);
         // Before the load, so that the desktop hears of every song from the first one on.
         if (instance.ownsBusName())
-            MprisPlayerAdaptor::publish(
-                *window, [&player] { return player.isConnected(); }, QDBusConnection::sessionBus());
+            MprisPlayerAdaptor::publish(*window, QDBusConnection::sessionBus());
         dialogs.setParent(window.get());
         window->load();
         window->showAfterStart(cmd.showWindow);

@@ -72,9 +72,13 @@ QString MpvLink::defaultSocketPath() {
     return folder.isEmpty() ? QString() : QDir(folder).filePath(QStringLiteral("tavomp3-mpv.sock"));
 }
 
-QStringList MpvLink::playerArguments(const QString& socketPath) {
-    return {QStringLiteral("--idle=yes"), QStringLiteral("--no-video"), QStringLiteral("--no-terminal"),
-            QStringLiteral("--gapless-audio=no"), QStringLiteral("--input-ipc-server=") + socketPath};
+QStringList MpvLink::playerArguments(const QString& socketPath, quint8 volume) {
+    return {QStringLiteral("--idle=yes"),
+            QStringLiteral("--no-video"),
+            QStringLiteral("--no-terminal"),
+            QStringLiteral("--gapless-audio=no"),
+            QStringLiteral("--volume=") + QString::number(mpvVolume(volume), 'f', 3),
+            QStringLiteral("--input-ipc-server=") + socketPath};
 }
 
 double MpvLink::mpvVolume(quint8 volume) {
@@ -315,7 +319,8 @@ void MpvLink::StartWinamp(const QString& path) {
             return;
         const bool exists = path.isEmpty() || QFileInfo::exists(path);
         if (exists && !path.isEmpty()) {
-            const qint64 pid = PlayerProcess::startDetached(path, playerArguments(m_socketPath));
+            m_playerPath = path;
+            const qint64 pid = PlayerProcess::startDetached(path, playerArguments(m_socketPath, m_volume));
             if (!pid)
                 throw RuntimeError(RuntimeError::FileNotFound, QStringLiteral("Datei nicht gefunden"));
             // mpv opens its socket a few hundred milliseconds after it was started. The load goes on
@@ -338,6 +343,7 @@ void MpvLink::StartWinamp(const QString& path) {
 }
 
 qint32 MpvLink::WinampSetVolume(quint8 volume) {
+    m_volume = volume;
     awaitStartedPlayer();
     if (!m_connected)
         return 0;
@@ -440,6 +446,35 @@ void MpvLink::WinampCommand(qint32 commandId) {
     } catch (const MpvIpc::Unreachable& why) {
         fail(why);
     }
+}
+
+bool MpvLink::canPlay() const {
+    return m_connected || m_startingPid ||
+           (!m_playerPath.isEmpty() && !m_socketPath.isEmpty() && QFileInfo::exists(m_playerPath));
+}
+
+bool MpvLink::ensurePlayer() {
+    awaitStartedPlayer();
+    if (m_connected)
+        return true;
+    if (m_playerPath.isEmpty() || m_socketPath.isEmpty() || !QFileInfo::exists(m_playerPath))
+        return false;
+    StartWinamp(m_playerPath); // the same socket and peer checks as at start-up
+    awaitStartedPlayer();
+    return m_connected;
+}
+
+qint64 MpvLink::lengthMicroseconds() {
+    if (!m_connected || status() == 0)
+        return 0;
+    try {
+        m_ipc.poll();
+    } catch (const MpvIpc::Unreachable& why) {
+        fail(why);
+        return 0;
+    }
+    const QJsonValue d = value(QStringLiteral("duration"));
+    return d.isDouble() && d.toDouble() > 0 ? qint64(std::llround(d.toDouble() * 1e6)) : 0;
 }
 
 QString MpvLink::title() {

@@ -21,7 +21,9 @@ class Dialogs;
 // that stops answering (a hung or stopped process) keeps its link: commands wait in the socket and
 // are carried out when it goes on, and the last known state stands meanwhile. A player that dies is
 // reported once in the status line; from then on every message goes nowhere and every query answers
-// 0 (stopped), as for a closed player window, until StartWinamp is called again.
+// 0 (stopped), as for a closed player window, until StartWinamp is called again or the next song
+// needs a player (ensurePlayer): mpv has no window a user could open again, so its death is a fault
+// that only the program can mend.
 class MpvLink : public PlayerLink {
     Q_OBJECT
 public:
@@ -30,7 +32,7 @@ public:
 
     // tavomp3-mpv.sock in a folder only this user can enter (SocketFolder); empty when there is none.
     static QString defaultSocketPath();
-    static QStringList playerArguments(const QString& socketPath);
+    static QStringList playerArguments(const QString& socketPath, quint8 volume = 255);
 
     const QString& socketPath() const { return m_socketPath; }
     bool isConnected() const { return m_connected; }
@@ -45,6 +47,11 @@ public:
     void WinampPlayFile(const QString& path) override;
     void WinampCommand(qint32 commandId) override;
     QVariant WinampGetInfo(quint8 code) override;
+    bool ensurePlayer() override;
+    bool canPlay() const override;
+    bool isRunning() const override { return m_connected; }
+    void setStartVolume(quint8 volume) override { m_volume = volume; }
+    qint64 lengthMicroseconds() override;
 
     // mpv's volume for the player's 0..255 scale.
     static double mpvVolume(quint8 volume);
@@ -92,6 +99,10 @@ private:
 
     Dialogs& m_dialogs;
     QString m_socketPath;
+    // The player program of the last StartWinamp, started again when its player died.
+    QString m_playerPath;
+    // The volume a player started by this link begins with: the program's, not mpv's 100 %.
+    quint8 m_volume = 255;
     MpvIpc m_ipc;
     bool m_connected = false;
     bool m_stalled = false;

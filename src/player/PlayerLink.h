@@ -51,6 +51,19 @@ public:
     // "WinampModule Error: <description> and number <number>" into FStatus.
     void ReportWinampError(const QString& description, int number);
 
+    // Makes sure there is a player to take a file: a link whose player died starts a new one, as at
+    // start-up. False when there is none and none could be started. A player window that somebody
+    // closed stays closed (the classic behaviour): links that cannot start a player answer true.
+    virtual bool ensurePlayer() { return true; }
+    // Whether a player runs or can be started for the next song (desktop controls refuse otherwise).
+    virtual bool canPlay() const { return true; }
+    // Whether a player runs now.
+    virtual bool isRunning() const { return true; }
+    // The volume a player the link starts itself begins with; a player that already ran keeps its own.
+    virtual void setStartVolume(quint8 volume) { Q_UNUSED(volume); }
+    // The length of the playing song in microseconds as exactly as the player tells it; 0 = not known.
+    virtual qint64 lengthMicroseconds();
+
 signals:
     // The player said on its own that a file ended or that it has nothing left to play. Links that
     // can only be asked never send it; the monitor then finds out at its next poll.

@@ -14,6 +14,7 @@
 #include "playlist/PlaylistManager.h"
 
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -29,9 +30,11 @@ const QString& element(const QStringList& list, qint64 index) {
     return list.at(index);
 }
 
-// A single-precision number as the user reads it: seven significant digits at most.
+// A single-precision number as the user reads it: only the digits a float holds reliably (six), so
+// that 0.001 s does not read 0.0009999999, with the user's decimal separator.
 QString singleText(float value) {
-    return NumberText::localeText(QString::number(value, 'g', 7).toDouble());
+    return NumberText::localeText(
+        QString::number(value, 'g', std::numeric_limits<float>::digits10).toDouble());
 }
 
 } // namespace
@@ -77,6 +80,9 @@ void SongSelection::PlaySong(qint32 position, qint16 n) {
         m_state.CurrentSongList = n == 1 ? 1 : 2;
         if (n == 1 && m_history.AddToPrevSongs(position))
             emit historyChanged();
+        // A player that died is started again here; one that cannot be started takes the file
+        // nowhere, as a closed player window would.
+        m_player.ensurePlayer();
         m_player.WinampPlayFile(file);
         m_player.WinampCommand(PlayerLink::JumpToLastCommand);
         m_player.WinampCommand(PlayerLink::PlayCommand);
@@ -109,6 +115,14 @@ void SongSelection::SelectSong(qint32 position, qint16 n) {
 }
 
 void SongSelection::FuncPickRandomSong() {
+    // Without a player every tick would draw another song that never plays and fill the history
+    // with it: shuffle stops instead.
+    if (!m_player.ensurePlayer()) {
+        m_state.PlayMode = 0;
+        m_services.status.setText(
+            QStringLiteral("Der Player konnte nicht gestartet werden - Playmodus gestoppt."));
+        return;
+    }
     const double start = m_services.clock.secondsOfDay();
     const qint16 n = m_state.mainPlaylistActive ? 1 : 2;
     const QStringList& paths = n == 1 ? m_playlists.PlaylistPaths : m_playlists.Playlist2Paths;

@@ -21,10 +21,10 @@ def write(path, text):
         f.write(text)
 
 
-def prepare(folder, priorities=(5, 5, 5), frames=120, second_list=False, position=True, more=""):
+def prepare(folder, priorities=(5, 5, 5), frames=120, second_list=False, position=True, more="", own_player=False):
     """Musik/Album with the three songs, liste.txt naming them with LF line ends (saving rewrites them with
     CR LF), optionally liste2.txt with the first two, the settings (and more lines of them), and mpv without
-    sound."""
+    sound; with own_player the player path is a link in the folder (player/mpv) that a test can take away."""
     config = os.path.join(folder, "config")
     os.makedirs(os.path.join(config, "TavoMP3Player"))
     os.makedirs(os.path.join(config, "mpv"))
@@ -39,8 +39,13 @@ def prepare(folder, priorities=(5, 5, 5), frames=120, second_list=False, positio
         lines.append("%s:%d\n" % (os.path.join(music, name + ".mp3"), priority))
     playlist = os.path.join(folder, "liste.txt")
     write(playlist, "".join(lines))
+    player = shutil.which("mpv") or "/usr/bin/mpv"
+    if own_player:
+        os.makedirs(os.path.join(folder, "player"))
+        os.symlink(player, os.path.join(folder, "player", "mpv"))
+        player = os.path.join(folder, "player", "mpv")
     settings = "[Settings]\nPlaylistFile=%s\nWinampPath=%s\nUserMP3Directory=%s\n" % (
-        playlist, shutil.which("mpv") or "/usr/bin/mpv", os.path.dirname(music))
+        playlist, player, os.path.dirname(music))
     if second_list:
         write(os.path.join(folder, "liste2.txt"), "".join(lines[:2]))
         settings += "PlaylistFile2=%s\n" % os.path.join(folder, "liste2.txt")

@@ -8,7 +8,7 @@ import subprocess
 import sys
 import threading
 
-from desktop import MAIN_TITLE, find_app, quit_player, run, wait_for, window
+from desktop import MAIN_TITLE, find_app, player_property, quit_player, run, wait_for, window
 
 PLAYER = "TavoMP3Player"
 
@@ -46,7 +46,7 @@ def follow():
     """playerctl --follow in the background: the lines it prints when the program announces a change."""
     lines = []
     proc = subprocess.Popen(["stdbuf", "-oL", "playerctl", "-p", PLAYER, "--follow", "metadata", "--format",
-                             "{{status}} {{xesam:title}}"], stdout=subprocess.PIPE, text=True)
+                             "{{status}} {{xesam:title}} {{mpris:length}}"], stdout=subprocess.PIPE, text=True)
     threading.Thread(target=lambda: lines.extend(iter(proc.stdout.readline, "")), daemon=True).start()
     return proc, lines
 
@@ -68,11 +68,14 @@ def test(r):
         wait_for("the second song playing", lambda: value("status") == "Playing" and title() == "Zweites Lied")
         expect("trackid", meta("mpris:trackid"), "/example/tavomp3/player/track/1_1")
         expect("url", meta("xesam:url"), "file://" + r.folder + "/Musik/Album/Zweites%20Lied.mp3")
-        wait_for("the length in microseconds", lambda: meta("mpris:length") == "3000000")
+        # The length to the microsecond, from the song's 120 frames of 1152 samples at 44.1 kHz.
+        wait_for("the length in microseconds", lambda: meta("mpris:length") == "3134694")
 
         # The song ends and the program goes on by itself: the desktop is told.
         wait_for("the next song by itself", lambda: title() == "Drittes Lied", timeout=10)
-        wait_for("the announcement of it", lambda: "Playing Drittes Lied\n" in announced, timeout=5)
+        # Title and length in the same announcement: no line of the new song without its length.
+        wait_for("the announcement of it", lambda: "Playing Drittes Lied 3134694\n" in announced, timeout=5)
+        expect("lines of the new song", [l for l in announced if "Drittes" in l], ["Playing Drittes Lied 3134694\n"])
 
         # Shuffle is the program's own flag; Next then honours the priorities.
         expect("shuffle on", playerctl("shuffle", "On")[0], 0)
@@ -90,7 +93,15 @@ def test(r):
             playerctl(command)
             wait_for("%s -> %s" % (command, status), lambda: value("status") == status)
 
-        # Without a player the command is refused with a reason, and the program goes on.
+        # A player that died is started again by the next Play, at the program's volume.
+        quit_player(r.runtime)
+        wait_for("the player gone", lambda: value("status") == "Stopped" and meta("mpris:trackid").endswith("NoTrack"))
+        expect("play after the player died", playerctl("play")[0], 0)
+        wait_for("playing in a new player", lambda: value("status") == "Playing")
+        expect("the new player's volume", round(player_property(r.runtime, "volume"), 1), 50.2)
+
+        # Without a player that can be started the command is refused with a reason, and the program goes on.
+        os.remove(os.path.join(r.folder, "player", "mpv"))
         quit_player(r.runtime)
         refusal = wait_for("the refusal without a player", lambda: (
             lambda answer: answer[2] if answer[0] != 0 else None)(playerctl("play")))
@@ -118,4 +129,4 @@ if __name__ == "__main__":
             sys.exit(77)
     # The weighted pick draws from all entries but the last and never takes priority 0: with shuffle on,
     # "Erstes Lied" is the only song Next can choose. The songs last about three seconds.
-    sys.exit(run(test, priorities=(5, 0, 5)))
+    sys.exit(run(test, priorities=(5, 0, 5), own_player=True))

@@ -204,6 +204,24 @@ private slots:
         QTRY_VERIFY(!MpvTestPlayer::alive(pid));
         QCOMPARE(status(r.player), 0);
         QVERIFY(r.statusText().isEmpty());
+
+        // A player that is gone is started again by the next pick, at the program's volume; one that
+        // cannot be started stops shuffle instead of drawing songs that never play.
+        r.transport.VolumeMoved(51);
+        r.state.ShuffleStatus = true;
+        r.state.PlayMode = 1;
+        r.monitor.tmrTimeTick();
+        QTRY_COMPARE(status(r.player), 1);
+        const qint64 second = m_env->pid();
+        QVERIFY(second > 0 && second != pid);
+        QCOMPARE(m_env->property(u"volume"_s).toDouble(), 20.0);
+        QVERIFY(MpvTestPlayer::kill(second));
+        r.player.StartWinamp(song(u"broken.mp3"_s, 0.1)); // a file that is no player
+        QTRY_VERIFY(!r.statusText().isEmpty());
+        const int picks = r.historyChanges;
+        r.monitor.tmrTimeTick();
+        QCOMPARE(r.statusText(), u"Der Player konnte nicht gestartet werden - Playmodus gestoppt."_s);
+        QCOMPARE(int(r.state.PlayMode) * 100 + r.historyChanges - picks, 0);
     }
 
     void socketFolderRules_data() {

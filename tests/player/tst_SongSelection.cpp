@@ -105,7 +105,9 @@ private slots:
         PlaybackRig r;
         r.setPlaylist(1, songs);
         r.t.random.values = draws;
-        r.t.clock.stepPerReading = 0.25;
+        // A single-precision time shows the digits a float holds: 0,001, not 0,0009999999.
+        r.t.clock.seconds = 0;
+        r.t.clock.stepPerReading = 0.0009999999;
         r.selection.FuncPickRandomSong();
         QCOMPARE(r.t.random.draws, int(draws.size()));
         QCOMPARE(r.state.PlaylistPosition, played);
@@ -115,7 +117,7 @@ private slots:
                  u"gewonnen - Liedpriorität=%1   Schicksalswürfel=%2    Versuche=%3"_s.arg(f[0], f[1], f[2]));
         QVERIFY(r.state.ShuffleStatus);
         QVERIFY(r.indicatorChanges >= 1);
-        QCOMPARE(r.statusText(), u"    Zeit: 0,25"_s);
+        QCOMPARE(r.statusText(), u"    Zeit: 0,001"_s);
     }
 
     // A pick that cannot end well plays nothing: it says why, or raises what the caller reports.
