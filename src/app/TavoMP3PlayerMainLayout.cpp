@@ -1,6 +1,7 @@
 // Building the main window's controls. Behaviour lives in TavoMP3PlayerMain.cpp.
 #include "app/TavoMP3PlayerMain.h"
 #include "ui/DirectoryField.h"
+#include "ui/ElidedLabel.h"
 #include "ui/SkinControl.h"
 
 #include <QAction>
@@ -20,8 +21,9 @@ template <typename W> W* named(W* widget, const char* name) {
 }
 
 QLabel* displayLabel(QWidget* parent, const char* name, const QString& text = QString()) {
-    // No accessible name: a label's text is what assistive technology reads.
-    return named(new QLabel(text, parent), name);
+    // No accessible name: a label's text is what assistive technology reads. A long song name or
+    // test text is cut short rather than widening the window.
+    return named(new ElidedLabel(Qt::ElideRight, parent, text), name);
 }
 
 SkinControl* commandButton(QWidget* parent, const char* name, const QString& caption, int width) {
@@ -115,7 +117,7 @@ void TavoMP3PlayerMain::buildLayout() {
 
     auto* playlistRow = new QHBoxLayout;
     Label1 = named(new QLabel(QStringLiteral("Aktuelle Playliste:"), central), "Label1");
-    FActPlaylist = named(new QLabel(central), "FActPlaylist");
+    FActPlaylist = named(new ElidedLabel(Qt::ElideMiddle, central), "FActPlaylist");
     FActPlaylist->setTextInteractionFlags(Qt::TextSelectableByMouse);
     playlistRow->addWidget(Label1);
     playlistRow->addWidget(FActPlaylist, 1);
@@ -124,7 +126,8 @@ void TavoMP3PlayerMain::buildLayout() {
     outer->addLayout(buildSleepControls(central));
 
     auto* statusRow = new QHBoxLayout;
-    FStatus = named(new QLabel(central), "FStatus");
+    // Appended texts (every shuffle pick adds its time) keep their newest end in view.
+    FStatus = named(new ElidedLabel(Qt::ElideLeft, central), "FStatus");
     FStatus->setFrameShape(QFrame::Panel);
     FStatus->setFrameShadow(QFrame::Sunken);
     FStatus->setMinimumHeight(22);

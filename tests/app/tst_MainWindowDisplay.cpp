@@ -1,6 +1,9 @@
 // Table rows read better as plain literals; the product code keeps the strict conversions.
 #undef QT_NO_CAST_FROM_ASCII
 
+#include "base/StatusLine.h"
+#include "player/PlaybackMonitor.h"
+#include "playlist/SongSelection.h"
 #include "support/FileBytes.h"
 #include "support/MainWindowRig.h"
 #include "support/Mp3Synth.h"
@@ -126,6 +129,42 @@ private slots:
         QCOMPARE(FileBytes::read(w.BitrateReportPath).count("\r\n"), 1);
         QCoreApplication::processEvents();
         QCOMPARE(d.questions.size(), 2);
+    }
+
+    // No text makes the window wider: a day of shuffle appends to the status line, song names and paths
+    // can be of any length. The status line keeps its newest end, and only a bounded part of it.
+    void longTextsNeverWidenTheWindow_data() {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("shuffle picks") << "picks";
+        QTest::newRow("song name") << "name";
+        QTest::newRow("playlist path") << "path";
+    }
+    void longTextsNeverWidenTheWindow() {
+        QFETCH(QString, text);
+        MainWindowRig r;
+        const QString longName = "/m/" + QString(300, 'x') + ".mp3:5";
+        if (text == "path") {
+            const QString folder = r.dir.filePath(QString(200, 'o'));
+            QVERIFY(QDir().mkpath(folder));
+            PlaylistFile::writeLines(folder + "/" + QString(200, 'l') + ".txt", r.songs(3));
+            r.setting("PlaylistFile", folder + "/" + QString(200, 'l') + ".txt");
+            r.load();
+        } else {
+            r.load(r.songs(3) << longName);
+        }
+        const int width = r.w.width();
+        if (text == "picks") {
+            for (int i = 0; i < 700; ++i)
+                r.w.songSelection().FuncPickRandomSong();
+        } else if (text == "name") {
+            r.play(3);
+            r.w.playback().tmrTimeTick();
+        }
+        QCoreApplication::processEvents();
+        QCOMPARE(r.w.width(), width);
+        QVERIFY(r.w.minimumSizeHint().width() <= width);
+        QVERIFY(r.w.FStatus->text().size() <= StatusLine::kMaxLength);
+        QCOMPARE(r.w.FStatus->text().endsWith("Zeit: 0"), text == "picks");
     }
 
     void shortPlaylistShowsTheErrorMessage() {

@@ -3,6 +3,7 @@
 #include "base/NumberText.h"
 #include "playlist/widgets/PlaylistDropView.h"
 #include "ui/ClickLabel.h"
+#include "ui/ElidedLabel.h"
 #include "ui/SkinControl.h"
 
 #include <QCheckBox>
@@ -53,11 +54,11 @@ TavoMP3Playlist2::TavoMP3Playlist2(QWidget* parent) : QWidget(parent, Qt::Window
     shutdownRow->addWidget(Label1, 1);
     layout->addLayout(shutdownRow);
 
-    FActPlaylist = new QLabel(this);
+    FActPlaylist = new ElidedLabel(Qt::ElideMiddle, this);
     FActPlaylist->setObjectName(QStringLiteral("FActPlaylist"));
     FActPlaylist->setTextInteractionFlags(Qt::TextSelectableByMouse);
     layout->addWidget(FActPlaylist);
-    FStatus = new QLabel(this);
+    FStatus = new ElidedLabel(Qt::ElideLeft, this);
     FStatus->setObjectName(QStringLiteral("FStatus"));
     FStatus->setFrameShape(QFrame::Panel);
     FStatus->setFrameShadow(QFrame::Sunken);
