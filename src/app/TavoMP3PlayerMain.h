@@ -51,6 +51,7 @@ class QVBoxLayout;
 class PriorityFrame;
 class PriorityMenu;
 class TavoMP3QuickSearch;
+class PlaylistKeyFilter;
 class TavoxMiniDiagram;
 class TavoMP3Playlist2;
 
@@ -341,6 +342,8 @@ private:
     QPointer<TavoMP3About> m_aboutWindow;
     QPointer<TavoMP3ID3> m_id3Window;
     QPointer<TavoMP3Settings> m_settingsWindow;
+    QPointer<TavoMP3QuickSearch> m_quickSearch;
+    PlaylistKeyFilter* m_playlistKeys = nullptr;
     BackgroundPicture* m_background = nullptr;
     QList<std::function<QWidget*()>> m_schemeWindows;
 };

@@ -13,6 +13,7 @@
 #include <QAction>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListView>
 #include <QMenu>
 #include <QPushButton>
@@ -34,7 +35,15 @@ void TavoMP3PlayerMain::addPlaylistCommands(QWidget* parent, QVBoxLayout* comman
 }
 
 TavoMP3QuickSearch* TavoMP3PlayerMain::openQuickSearch(const QString& typed) {
+    // There is one quick search: a letter that still reached the list goes into the open one.
+    if (m_quickSearch) {
+        m_quickSearch->FSearchtext->insert(typed);
+        m_quickSearch->activateWindow();
+        return m_quickSearch;
+    }
     auto* window = new TavoMP3QuickSearch(this);
+    m_quickSearch = window;
+    m_playlistKeys->setQuickSearchField(window->FSearchtext);
     window->setAttribute(Qt::WA_DeleteOnClose);
     connect(window, &TavoMP3QuickSearch::searchRequested, this,
             [this](const QString& text, const QString& mode) {
@@ -95,6 +104,7 @@ void TavoMP3PlayerMain::connectPlaylistTools() {
             [this](const QPoint& at) { MenuPlaylist->popup(FPlaylist->viewport()->mapToGlobal(at)); });
 
     auto* keys = new PlaylistKeyFilter(FPlaylist);
+    m_playlistKeys = keys;
     FPlaylist->installEventFilter(keys);
     connect(keys, &PlaylistKeyFilter::deletePressed, this, [this] {
         handle(QStringLiteral("FPlaylist_KeyDown"), [this](int& line) {

@@ -36,6 +36,11 @@ void UpdateCheck::appendLog(const QString& text) {
     emit logChanged(m_log);
 }
 
+void UpdateCheck::dropFetchedPlayer() {
+    if (UpdateState == UpdaterAfterPlayer)
+        QFile::remove(m_config.newPlayerFile());
+}
+
 void UpdateCheck::refuse(const QString& why) {
     appendLog(why + crLf() + crLf() + QStringLiteral("Automatisches Update abgebrochen!") + crLf());
 }
@@ -78,11 +83,13 @@ void UpdateCheck::Cancel() {
         line = 1;
         // The time-out goes with the download: a cancelled attempt must not report later.
         m_download.Cancel();
+        dropFetchedPlayer();
         UpdateState = Idle;
     });
 }
 
 void UpdateCheck::onTimedOut() {
+    dropFetchedPlayer();
     appendLog(QStringLiteral("Zeitüberschreitung beim Warten auf Antwort...") + crLf() + crLf() +
               QStringLiteral("Automatisches Update abgebrochen!"));
 }
@@ -93,6 +100,7 @@ void UpdateCheck::onDownloadClosed() {
     ErrorReport::guard(m_services.dialogs, QStringLiteral("Winsock1_Close"), [this](int& line) {
         line = 1;
         if (!m_download.failure().isEmpty()) {
+            dropFetchedPlayer();
             refuse(quoted(m_fetching) + QStringLiteral(" wurde nicht angenommen: ") + m_download.failure());
             return;
         }
@@ -119,6 +127,8 @@ void UpdateCheck::onDownloadClosed() {
             line = 5;
             if (acceptFile(UpdateConfig::updaterFileName(), true))
                 install();
+            else
+                dropFetchedPlayer();
             break;
         default:
             break;
@@ -255,6 +265,8 @@ void UpdateCheck::CheckVersionUpdate() {
     } else if (const QString why = whyNotDownload(UpdateConfig::updaterFileName()); !why.isEmpty()) {
         appendLog(QStringLiteral("Neue Update-Programm Version (") + NewUpdateVersion +
                   QStringLiteral(") verfügbar") + crLf());
+        if (UpdateState == PlayerDownload)
+            QFile::remove(m_config.newPlayerFile());
         refuse(why);
     } else {
         appendLog(QStringLiteral("Neue Update-Programm Version (") + NewUpdateVersion +

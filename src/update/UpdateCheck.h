@@ -72,6 +72,9 @@ signals:
     void unloadMainWindowRequested();
 
 private:
+    // An update whose updater does not arrive installs nothing: the player fetched for it goes too,
+    // instead of lying in the program folder.
+    void dropFetchedPlayer();
     void appendLog(const QString& text);
     void startCheck(State state);
     void onDownloadClosed();

@@ -4,6 +4,7 @@
 
 #include <QMenu>
 #include <QSignalSpy>
+#include <QSystemTrayIcon>
 #include <QtTest>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -33,14 +34,17 @@ private slots:
                      QStringLiteral("Tavo MP3 Player!: ") + QString(std::min(length, 45), QLatin1Char('x')));
     }
 
-    // Notifications arrive as mouse-move coordinates: only these codes act. Without a notification area
-    // a minimized window stays reachable in the task bar.
+    // Notifications arrive as mouse-move coordinates: only these codes act; the icon's own click and
+    // double click (x < 0: the activation reason) restore as well. Without a notification area a
+    // minimized window stays reachable in the task bar.
     void notificationsFromTheIcon_data() {
         QTest::addColumn<bool>("tray");
         QTest::addColumn<int>("x");
         QTest::addColumn<int>("y");
         QTest::addColumn<QString>("effect");
-        QTest::newRow("left down") << true << 513 << 0 << u"restore"_s;
+        QTest::newRow("icon clicked") << true << -int(QSystemTrayIcon::Trigger) << 0 << u"restore"_s;
+        QTest::newRow("icon double-clicked")
+            << true << -int(QSystemTrayIcon::DoubleClick) << 0 << u"restore"_s;
         QTest::newRow("left double") << true << 515 << 0 << u"restore"_s;
         QTest::newRow("left down, y ignored") << true << 513 << 7 << u"restore"_s;
         QTest::newRow("left up") << true << 514 << 0 << QString();
@@ -60,7 +64,10 @@ private slots:
         r.w.showMinimized();
         QTest::qWait(20);
         QTRY_COMPARE(r.w.isVisible(), !tray); // minimized means: only the tray icon is left
-        r.w.TrayNotification(x, y);
+        if (x < 0)
+            emit r.w.tray().icon()->activated(QSystemTrayIcon::ActivationReason(-x));
+        else
+            r.w.TrayNotification(x, y);
         QCOMPARE(r.w.isVisible(), effect == u"restore"_s);
         QTRY_COMPARE(r.w.MenuPopupSys->isVisible(), effect == u"menu"_s);
         r.w.MenuPopupSys->hide();

@@ -120,10 +120,13 @@ private slots:
         QFETCH(bool, found);
         BuiltRig r(m_music.root());
         const QString before = r.w.FStatus->text();
+        // Typed faster than the new window takes the focus: every letter still goes into one search.
         QTest::keyClick(r.w.FPlaylist, Qt::Key(key));
-        auto* search = r.w.findChild<TavoMP3QuickSearch*>();
-        QVERIFY(search && search->isVisible() && !search->isModal());
-        QTest::keyClicks(search->FSearchtext, "its");
+        QTest::keyClicks(r.w.FPlaylist, "its");
+        const QList<TavoMP3QuickSearch*> windows = r.w.findChildren<TavoMP3QuickSearch*>();
+        QCOMPARE(windows.size(), 1);
+        TavoMP3QuickSearch* search = windows.first();
+        QVERIFY(search->isVisible() && !search->isModal());
         const QString typed = QChar(key) + u"its"_s;
         QCOMPARE(search->FSearchtext->text(), typed);
         search->RSearchMode.at(2)->setChecked(true); // album
@@ -229,19 +232,29 @@ private slots:
         QCOMPARE(r.player.calls.filter("JumpToTime"), jumps);
     }
 
-    // Without the shutdown box the end of the second list stops as the end of the main list does (the
-    // desktop test runs the box ticked to the power-off).
-    void endOfPlaylist2Stops() {
-        ShownRig r(3, 2);
-        emit r.pl2.rowClicked(1);
+    // The end of the second list stops as the end of the main list does; with the shutdown box ticked
+    // the list plays in order even with shuffle on, and ends in one power-off.
+    void endOfPlaylist2_data() {
+        QTest::addColumn<bool>("shutdownBox");
+        QTest::newRow("box unticked: stops") << false;
+        QTest::newRow("box ticked, shuffle on: in order, one power-off") << true;
+    }
+    void endOfPlaylist2() {
+        QFETCH(bool, shutdownBox);
+        ShownRig r(3, 3);
+        r.pl2.ShutdownOnPL2End->setChecked(shutdownBox);
+        r.w.ShuffleStatus = shutdownBox;
+        emit r.pl2.rowClicked(0);
         r.w.PlayMode = 1;
-        r.w.playback().tmrTimeTick(); // still playing
-        r.player.finishSong();
-        r.player.userStop();
-        r.w.playback().tmrTimeTick();
-        QCOMPARE(r.w.FStatus->text() + QString::number(r.w.PlayMode),
-                 "Playlistende erreicht - Playmodus gestoppt.0");
-        QCOMPARE(r.t.power.requests, QList<qint32>{});
+        for (int song = 0; song < 5; ++song) {
+            r.player.finishSong();
+            r.player.userStop();
+            r.w.playback().tmrTimeTick();
+        }
+        QCOMPARE(r.player.playedFiles(), QStringList({"/b/Song00.mp3", "/b/Song01.mp3", "/b/Song02.mp3"}));
+        QCOMPARE(r.t.power.requests.size(), shutdownBox ? 1 : 0);
+        QCOMPARE(int(r.w.PlayMode), 0);
+        QVERIFY(!r.w.ShuffleStatus);
     }
 };
 

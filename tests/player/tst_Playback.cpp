@@ -123,6 +123,12 @@ private slots:
         r.transport.PlayPrevious(1);
         QCOMPARE(r.player.playedFiles(), (QStringList{u"/m/c.mp3"_s, u"/m/b.mp3"_s, u"/m/a.mp3"_s}));
         QCOMPARE(refreshes, 3);
+        // The history's last slot plays as any other.
+        for (int i = 0; i < 20; ++i)
+            r.history.AddToPrevSongs(1 + i % 2);
+        r.player.clearLog();
+        r.transport.PlayPrevious(20);
+        QCOMPARE(r.player.playedFiles(), QStringList{u"/m/b.mp3"_s});
 
         PrevSongs h;
         for (int i = 1; i <= 21; ++i)

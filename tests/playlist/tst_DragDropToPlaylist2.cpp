@@ -32,6 +32,8 @@ private slots:
         QTest::newRow("blanks and a name with dots")
             << xy << u" 2. B. side"_s << 0 << 1 << QStringList{b, x, y} << 0;
         QTest::newRow("move only says not yet") << xy << u"1. A"_s << 0 << 2 << xy << -1;
+        QTest::newRow("the main list's last row")
+            << xy << u"3. C"_s << 1 << 1 << QStringList{x, u"/m/C.mp3:0"_s, y} << 1;
         QTest::newRow("number past the main list") << xy << u"4. D"_s << 1 << 1 << xy << range;
         QTest::newRow("number zero") << xy << u"0. nothing"_s << 1 << 1 << xy << range;
         QTest::newRow("no number") << xy << u"A song"_s << 1 << 1 << xy << type;

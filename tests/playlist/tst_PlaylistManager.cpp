@@ -126,7 +126,8 @@ private slots:
     }
 
     // Save As refuses the other playlist's file (a name differing in case only is another file);
-    // for playlist 2 it shows playlist 1's file each time and stores the key of playlist 1.
+    // for playlist 2 it shows playlist 1's file each time and stores the key of playlist 1. Saving
+    // clears the changed flag of playlist 1 only.
     void saveAsRefusesTheOtherPlaylistsFile_data() {
         QTest::addColumn<int>("n");
         QTest::newRow("playlist 1") << 1;
@@ -141,7 +142,9 @@ private slots:
         p.setActPlaylist(3 - n, other);
         p.paths(n) = QStringList{u"/m/a/One.mp3:5"_s};
         t.dialogs.saveAnswers = {other, mine};
-        p.FuncSavePlaylistAs(n);
+        p.PlaylistChanged = true;
+        p.SavePlaylistCommand(n); // the list has no file yet: Save As
+        QCOMPARE(p.PlaylistChanged, n == 2);
         const QString refusal = u"Playliste %1 darf nicht überschrieben werden!"_s.arg(3 - n);
         QCOMPARE(t.dialogs.messageTexts(),
                  n == 1 ? QStringList{refusal} : (QStringList{other, refusal, other}));

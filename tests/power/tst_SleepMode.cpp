@@ -56,6 +56,11 @@ private slots:
         QCOMPARE(sleep.LSleepmode(), counting ? "Herunterfahren " + expected.section('|', 0, 0) : QString());
         QCOMPARE(sleep.SleepTimeChoice, expected.section('|', 1));
         QCOMPARE(sleep.TimerSleepmode.isActive(), counting);
+        if (counting) { // one more minute: a count that was not started anew would skip ahead
+            sleep.TimerSleepmodeTimer();
+            QCOMPARE(sleep.LSleepmode(),
+                     u"Herunterfahren in %1 min"_s.arg(expected.section(' ', 1, 1).toInt() - 1));
+        }
     }
 
     // The window's controls drive the countdown through its timer, a minute a tick; its end asks for

@@ -192,9 +192,11 @@ private slots:
         QCOMPARE(r.w->SliderGreen->value(), 125);
         r.host.colourCalls.clear();
         r.w->SliderGreen->setValue(7);
-        QCOMPARE(r.w->LGreen->text(), "7");
+        r.w->SliderBlue->setValue(9);
+        QCOMPARE(r.w->LGreen->text() + r.w->LBlue->text(), "79");
         QCOMPARE(r.host.colourCalls,
-                 (QList{qMakePair(QStringLiteral("SetColorFieldBackground"), Rgb{106, 7, 192})}));
+                 (QList{qMakePair(QStringLiteral("SetColorFieldBackground"), Rgb{106, 7, 192}),
+                        qMakePair(QStringLiteral("SetColorFieldBackground"), Rgb{106, 7, 9})}));
         QVERIFY(r.w->FTest->toPlainText().contains("FieldBackgroundGreen = 7"));
         // Nothing is stored until a preset is saved.
         QVERIFY(!r.t.settings.hasSection("Preset0"));

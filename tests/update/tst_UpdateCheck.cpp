@@ -232,8 +232,10 @@ private slots:
         if (!a.refusal.isEmpty()) {
             QVERIFY2(u.FLog().contains(a.refusal) && u.FLog().trimmed().endsWith(kAborted),
                      qPrintable(u.FLog()));
-            QCOMPARE(FileBytes::read(inProgram(QStringLiteral("TavoMP3Player"))) + FileBytes::read(updater),
-                     kOldPlayer + "old updater");
+            // Nor does a player fetched for an update whose updater did not arrive stay behind.
+            QCOMPARE(FileBytes::read(inProgram(QStringLiteral("TavoMP3Player"))) + FileBytes::read(updater) +
+                         FileBytes::read(config({}, {}).newPlayerFile()),
+                     kOldPlayer + "old updater<missing>");
             return;
         }
         QVERIFY2(u.FLog().endsWith(

@@ -1,6 +1,8 @@
 #include "playlist/widgets/PlaylistKeyFilter.h"
 
+#include <QCoreApplication>
 #include <QKeyEvent>
+#include <QWidget>
 
 bool PlaylistKeyFilter::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress)
@@ -8,6 +10,13 @@ bool PlaylistKeyFilter::eventFilter(QObject* watched, QEvent* event) {
     const auto* keyEvent = static_cast<QKeyEvent*>(event);
     const int key = keyEvent->key();
     const Qt::KeyboardModifiers mods = keyEvent->modifiers();
+    if (m_quickSearchField && m_quickSearchField->isVisible() && !(mods & Qt::ControlModifier) &&
+        (!keyEvent->text().isEmpty() || key == Qt::Key_Backspace)) {
+        QKeyEvent copy(QEvent::KeyPress, key, mods, keyEvent->text(), keyEvent->isAutoRepeat(),
+                       ushort(keyEvent->count()));
+        QCoreApplication::sendEvent(m_quickSearchField, &copy);
+        return true;
+    }
     if (key == Qt::Key_Delete) {
         emit deletePressed();
         return true;
