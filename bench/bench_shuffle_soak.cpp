@@ -7,7 +7,7 @@
 #include "base/AppGlobals.h"
 #include "base/Clock.h"
 #include "player/MpvLink.h"
-#include "playlist/SongSelection.h"
+#include "playback/SongSelection.h"
 #include "support/MpvTestPlayer.h"
 #include "support/SilentMp3.h"
 #include "support/TestServices.h"

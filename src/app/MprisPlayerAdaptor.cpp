@@ -4,11 +4,11 @@
 #include "app/TavoMP3PlayerMain.h"
 #include "base/ErrorReport.h"
 #include "base/StatusLine.h"
-#include "player/PlaybackMonitor.h"
+#include "playback/PlaybackMonitor.h"
 #include "player/PlayerLink.h"
-#include "player/Transport.h"
+#include "playback/Transport.h"
 #include "playlist/PlaylistLine.h"
-#include "playlist/SongSelection.h"
+#include "playback/SongSelection.h"
 #include "reports/Mp3Info.h"
 
 #include <QCoreApplication>

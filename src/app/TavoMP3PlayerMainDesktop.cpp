@@ -1,6 +1,6 @@
 // What the desktop asks of the running program: a later start of it, the player controls' Raise.
 #include "app/TavoMP3PlayerMain.h"
-#include "player/PlaybackMonitor.h"
+#include "playback/PlaybackMonitor.h"
 
 void TavoMP3PlayerMain::activateFromDesktop(bool show, bool play) {
     handle(QStringLiteral("Activate"), [this, show, play](int& line) {

@@ -7,9 +7,9 @@
 #include "base/SettingsStore.h"
 #include "base/StatusLine.h"
 #include "player/MpvLink.h"
-#include "player/PlaybackMonitor.h"
-#include "player/Transport.h"
-#include "playlist/SongSelection.h"
+#include "playback/PlaybackMonitor.h"
+#include "playback/Transport.h"
+#include "playback/SongSelection.h"
 #include "playlist/widgets/PriorityFrame.h"
 #include "ui/SkinControl.h"
 

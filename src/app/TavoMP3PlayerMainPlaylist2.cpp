@@ -1,9 +1,9 @@
 // The second playlist window: the button that shows it, docking beside the main window, open and
 // save, playing from it and the rows dropped on it from the main list.
 #include "app/TavoMP3PlayerMain.h"
-#include "player/PlaybackMonitor.h"
+#include "playback/PlaybackMonitor.h"
 #include "player/PlayerLink.h"
-#include "playlist/SongSelection.h"
+#include "playback/SongSelection.h"
 #include "playlist/widgets/PlaylistDropView.h"
 #include "playlist/widgets/TavoMP3Playlist2.h"
 #include "ui/SkinControl.h"

@@ -2,7 +2,7 @@
 #include "app/TavoMP3PlayerMain.h"
 #include "base/ErrorReport.h"
 #include "base/RuntimeError.h"
-#include "player/PlaybackMonitor.h"
+#include "playback/PlaybackMonitor.h"
 #include "player/PlayerLink.h"
 #include "ui/TavoSlider.h"
 

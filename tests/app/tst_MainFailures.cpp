@@ -3,7 +3,7 @@
 
 #include "app/TrayModule.h"
 #include "base/AppGlobals.h"
-#include "player/PlaybackMonitor.h"
+#include "playback/PlaybackMonitor.h"
 #include "playlist/widgets/PriorityFrame.h"
 #include "playlist/widgets/TavoMP3QuickSearch.h"
 #include "support/FileBytes.h"

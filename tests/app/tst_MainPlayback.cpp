@@ -2,7 +2,7 @@
 #undef QT_NO_CAST_FROM_ASCII
 
 #include "player/MpvLink.h"
-#include "player/PlaybackMonitor.h"
+#include "playback/PlaybackMonitor.h"
 #include "support/MainWindowRig.h"
 #include "support/MpvTestPlayer.h"
 #include "support/SilentMp3.h"

@@ -1,8 +1,8 @@
 // Table rows read better as plain literals; the product code keeps the strict conversions.
 #undef QT_NO_CAST_FROM_ASCII
 
-#include "player/PlaybackMonitor.h"
-#include "playlist/SongSelection.h"
+#include "playback/PlaybackMonitor.h"
+#include "playback/SongSelection.h"
 #include "playlist/widgets/PlaylistDropView.h"
 #include "playlist/widgets/PriorityFrame.h"
 #include "playlist/widgets/PriorityMenu.h"

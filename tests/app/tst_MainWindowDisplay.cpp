@@ -2,8 +2,8 @@
 #undef QT_NO_CAST_FROM_ASCII
 
 #include "base/StatusLine.h"
-#include "player/PlaybackMonitor.h"
-#include "playlist/SongSelection.h"
+#include "playback/PlaybackMonitor.h"
+#include "playback/SongSelection.h"
 #include "support/FileBytes.h"
 #include "support/MainWindowRig.h"
 #include "support/Mp3Synth.h"

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "player/PlaybackMonitor.h"
-#include "player/PlaybackState.h"
-#include "player/PrevSongs.h"
-#include "player/Transport.h"
+#include "playback/PlaybackMonitor.h"
+#include "playback/PlaybackState.h"
+#include "playback/PrevSongs.h"
+#include "playback/Transport.h"
 #include "playlist/PlaylistManager.h"
-#include "playlist/SongSelection.h"
+#include "playback/SongSelection.h"
 #include "support/FakePlayer.h"
 #include "support/TestServices.h"
 

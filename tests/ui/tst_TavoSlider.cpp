@@ -3,7 +3,7 @@
 
 #include "app/TavoMP3PlayerMain.h"
 #include "base/RuntimeError.h"
-#include "player/PlaybackMonitor.h"
+#include "playback/PlaybackMonitor.h"
 #include "support/MainWindowRig.h"
 #include "ui/TavoSlider.h"
 

@@ -1,4 +1,4 @@
-#include "player/PrevSongs.h"
+#include "playback/PrevSongs.h"
 
 #include "base/Checked.h"
 #include "base/SettingsStore.h"

@@ -1,4 +1,4 @@
-#include "playlist/SongSelection.h"
+#include "playback/SongSelection.h"
 
 #include "base/Checked.h"
 #include "base/Clock.h"
@@ -7,9 +7,9 @@
 #include "base/RuntimeError.h"
 #include "base/Services.h"
 #include "base/StatusLine.h"
-#include "player/PlaybackState.h"
+#include "playback/PlaybackState.h"
 #include "player/PlayerLink.h"
-#include "player/PrevSongs.h"
+#include "playback/PrevSongs.h"
 #include "playlist/PlaylistLine.h"
 #include "playlist/PlaylistManager.h"
 

@@ -1,11 +1,11 @@
-#include "player/Transport.h"
+#include "playback/Transport.h"
 
 #include "base/Checked.h"
-#include "player/PlaybackState.h"
+#include "playback/PlaybackState.h"
 #include "player/PlayerLink.h"
-#include "player/PrevSongs.h"
+#include "playback/PrevSongs.h"
 #include "playlist/PlaylistManager.h"
-#include "playlist/SongSelection.h"
+#include "playback/SongSelection.h"
 
 #include <cmath>
 

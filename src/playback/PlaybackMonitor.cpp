@@ -1,12 +1,12 @@
-#include "player/PlaybackMonitor.h"
+#include "playback/PlaybackMonitor.h"
 
 #include "base/Checked.h"
 #include "base/RuntimeError.h"
 #include "base/StatusLine.h"
-#include "player/PlaybackState.h"
+#include "playback/PlaybackState.h"
 #include "player/PlayerLink.h"
 #include "playlist/PlaylistManager.h"
-#include "playlist/SongSelection.h"
+#include "playback/SongSelection.h"
 
 #include <QScopeGuard>
 #include <cmath>
