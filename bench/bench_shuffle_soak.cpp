@@ -6,8 +6,10 @@
 #include "app/TavoMP3PlayerMain.h"
 #include "base/AppGlobals.h"
 #include "base/Clock.h"
-#include "player/MpvLink.h"
 #include "playback/SongSelection.h"
+#include "player/MpvLink.h"
+#include "playlist/PlaylistFile.h"
+#include "program/ProgramCore.h"
 #include "support/MpvTestPlayer.h"
 #include "support/SilentMp3.h"
 #include "support/TestServices.h"
@@ -70,10 +72,11 @@ void BM_ShuffleSoak(benchmark::State& state) {
         t.settings.SaveSetting(QStringLiteral("Settings"), QStringLiteral("ShuffleStatus"),
                                QStringLiteral("True"));
         AppGlobals::PlayOnStart = true;
-        TavoMP3PlayerMain w(services);
+        ProgramCore core(services);
+        TavoMP3PlayerMain w(core);
         int started = 0;
         Sample first, afterFirst, beforeLast, last;
-        QObject::connect(&w.songSelection(), &SongSelection::songStarted, [&] {
+        QObject::connect(&core.playback().selection(), &SongSelection::songStarted, [&] {
             ++started;
             if (started == 1)
                 first = {residentMb(), cpuMs()};

@@ -1,247 +1,178 @@
 #include "app/TavoMP3PlayerMain.h"
+
+#include "app/MainWindowColours.h"
+#include "app/Playlist2Binding.h"
+#include "app/PlaylistBinding.h"
+#include "app/ReportsBinding.h"
+#include "app/SecondaryWindows.h"
+#include "app/SleepBinding.h"
+#include "app/TransportBinding.h"
+#include "app/TrayBinding.h"
 #include "app/TrayModule.h"
+#include "base/AppGlobals.h"
+#include "base/ErrorReport.h"
+#include "base/StatusLine.h"
+#include "player/PlayerLink.h"
+#include "program/ProgramCore.h"
 #include "ui/AccessibleFactory.h"
 #include "ui/AppIcon.h"
 #include "ui/AutomationIds.h"
+#include "ui/BackgroundPicture.h"
 #include "ui/DirectoryField.h"
 #include "ui/TavoMP3Settings.h"
 #include "ui/TavoSlider.h"
 
-#include "base/AppGlobals.h"
-#include "base/Checked.h"
-#include "base/ErrorReport.h"
-#include "base/SettingsStore.h"
-#include "base/StatusLine.h"
-#include "ui/SkinControl.h"
-#include "update/UpdateCheckSchedule.h"
-
-#include <QAction>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QCoreApplication>
-#include <QDir>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QListView>
+#include <QMouseEvent>
 #include <QProcess>
-#include <QPushButton>
 #include <QRadioButton>
-#include <QScreen>
 
 namespace {
 const QString kSettings = QStringLiteral("Settings");
 }
 
-TavoMP3PlayerMain::TavoMP3PlayerMain(Services& services, QWidget* parent)
-    : QMainWindow(parent), m_services(services), m_playlists(services, this),
-      m_builder(services, m_playlists, m_lister, this), m_editor(services, m_playlists),
-      m_search(services, m_playlists), m_updateSchedule(new UpdateCheckSchedule(services.settings, this)) {
+TavoMP3PlayerMain::TavoMP3PlayerMain(ProgramCore& core, QWidget* parent)
+    : QMainWindow(parent), m_core(core), m_skins(m_ui, *this, core.services().status), m_applier(core, m_ui) {
     AccessibleFactory::install();
-    m_updateSchedule->setErrorReport(services.dialogs);
     setObjectName(QStringLiteral("TavoMP3PlayerMain"));
     setWindowTitle(QStringLiteral("Tavo MP3 Player!"));
     setWindowIcon(AppIcon::make());
     setMouseTracking(true);
-    buildLayout();
-    buildMenus();
-    buildTrayMenu();
-    buildUpdateMenus();
-    buildAppearance();
-    connectHandlers();
-    connectSleepControls();
-    connectPlaylistTools();
-    connectUpdateHandlers(); // after the list's context menu exists
-    connectReports();
-    setUpPlayback();
-    connectPositionSlider();
-    connectPlayback();
-    connectPlaylist2();
-    rememberSongLengths();
+    m_ui.setupUi(this);
+    // The order of the bindings is the order of their slots on shared signals: the playlist label of
+    // the main window before the second playlist's, the position slider before the song lengths.
+    m_windows = new SecondaryWindows(core, m_ui, *this, m_applier, m_skins);
+    m_tray = new TrayBinding(core, m_ui, *this);
+    m_colours = new MainWindowColours(core, m_ui, *this, *m_windows);
+    m_playlist = new PlaylistBinding(core, m_ui, *this, *m_windows);
+    m_sleep = new SleepBinding(core, m_ui, *this);
+    m_reports = new ReportsBinding(core, m_ui, *this);
+    m_transport = new TransportBinding(core, m_ui, *this);
+    m_playlist2 = new Playlist2Binding(core, m_ui, *this);
     AutomationIds::apply(this);
 }
 
 TavoMP3PlayerMain::~TavoMP3PlayerMain() = default;
 
-void TavoMP3PlayerMain::handle(const QString& place, const std::function<void(int& line)>& body) {
-    ErrorReport::guard(m_services.dialogs, place, body);
-}
-
-void TavoMP3PlayerMain::connectHandlers() {
-    connect(&m_services.status, &StatusLine::textChanged, FStatus, &QLabel::setText);
-    connect(&m_playlists, &PlaylistManager::actPlaylistChanged, this, [this](int n, const QString& file) {
-        if (n == 1)
-            FActPlaylist->setText(file);
-    });
-
-    auto open = [this] {
-        handle(QStringLiteral("OpenPlaylist"), [this](int& line) {
-            line = 1;
-            m_playlists.OpenPlaylist(1);
-        });
-    };
-    auto save = [this] {
-        handle(QStringLiteral("SavePlaylist"), [this](int& line) {
-            line = 1;
-            m_playlists.SavePlaylistCommand(1);
-        });
-    };
-    auto saveAs = [this] {
-        handle(QStringLiteral("SavePlaylistAs"), [this](int& line) {
-            line = 1;
-            m_playlists.FuncSavePlaylistAs(1);
-            line = 2;
-            m_playlists.PlaylistChanged = false; // also after a cancelled dialog
-        });
-    };
-    connect(BPLOpen, &QPushButton::clicked, this, open);
-    connect(MenuDateiOpenPlaylist, &QAction::triggered, this, open);
-    connect(BPLSave, &QPushButton::clicked, this, save);
-    connect(MenuDateiSavePlaylist, &QAction::triggered, this, save);
-    connect(MenuDateiPlaylistSaveAs, &QAction::triggered, this, saveAs);
-    connect(MenuDateiBeenden, &QAction::triggered, this, &QWidget::close);
+void TavoMP3PlayerMain::LoadActivePreset() {
+    const QString active =
+        m_core.services().settings.GetSetting(kSettings, QStringLiteral("ActivePreset"), QStringLiteral("0"));
+    m_windows->settingsWindow()->LoadPreset(active, QStringLiteral("PlayerMainSetColorAll"));
 }
 
 void TavoMP3PlayerMain::load() {
-    m_readOnLoad = {QStringLiteral("Screen/FormPositionLeft"), QStringLiteral("Screen/FormPositionTop")};
-    handle(QStringLiteral("Player Form Load"), [this](int& line) {
-        line = 2;
-        Version->setText(QStringLiteral("Version ") + QString::number(TAVO_VERSION_MAJOR) + QLatin1Char('.') +
-                         QString::number(TAVO_VERSION_MINOR));
-        line = 3;
-        // The built-in frame reader replaces the optional classic library, so the bitrate
-        // report and the diagram always stay visible.
-        MP3InfoAvailable = true;
-        line = 5;
-        for (QLabel* l : {lblTrackName, lblTime, LMP3Bitrate, LMP3Samplerate})
-            l->clear();
-        m_sleep.clearLabel();
-        m_sleep.SleepTimeChoice = FSleepmodeTime->currentText();
+    SavedSession& session = m_core.session();
+    ErrorReport::guard(
+        m_core.services().dialogs, QStringLiteral("Player Form Load"), [this, &session](int& line) {
+            line = 2;
+            m_ui.Version->setText(QStringLiteral("Version ") + QString::number(TAVO_VERSION_MAJOR) +
+                                  QLatin1Char('.') + QString::number(TAVO_VERSION_MINOR));
+            line = 3;
+            // The built-in frame reader replaces the optional classic library, so the bitrate report
+            // and the diagram always stay visible.
+            line = 5;
+            for (QLabel* l : {m_ui.lblTrackName, m_ui.lblTime, m_ui.LMP3Bitrate, m_ui.LMP3Samplerate})
+                l->clear();
+            m_core.sleepMode().clearLabel();
+            m_core.sleepMode().SleepTimeChoice = m_ui.FSleepmodeTime->currentText();
 
-        line = 6;
-        LoadActivePreset();
-        LoadBGImage(m_services.settings.GetSetting(kSettings, QStringLiteral("BGImagePath"), QString()));
-        TavoSlider1->SetValue(QStringLiteral("SliderWidth"), 5860);
+            line = 6;
+            LoadActivePreset();
+            m_ui.background->load(
+                m_core.services().settings.GetSetting(kSettings, QStringLiteral("BGImagePath"), QString()));
+            m_ui.TavoSlider1->SetValue(QStringLiteral("SliderWidth"), 5860);
 
-        line = 7;
-        SettingsStore& s = m_services.settings;
-        const QString playlistFile =
-            s.GetSetting(kSettings, QStringLiteral("PlaylistFile"), QStringLiteral("0"));
-        const QString playlistFile2 =
-            s.GetSetting(kSettings, QStringLiteral("PlaylistFile2"), QStringLiteral("0"));
-        UserMP3Directory = s.GetSetting(kSettings, QStringLiteral("UserMP3Directory"), QStringLiteral("0"));
-        PlaylistPosition =
-            Checked::textToInt32(s.GetSetting(kSettings, QStringLiteral("CurrentPlaylistPosition"), 0));
-        markRead(kSettings, QStringLiteral("CurrentPlaylistPosition"));
-        WinampPath = s.GetSetting(kSettings, QStringLiteral("WinampPath"), QStringLiteral("0"));
-        m_playlists.DialogLastpath =
-            s.GetSetting(kSettings, QStringLiteral("DialogLastpath"),
-                         QDir::toNativeSeparators(QDir::homePath() + QLatin1Char('/')));
-        markRead(kSettings, QStringLiteral("DialogLastpath"));
-        readPlaybackSettings();
-        UpdateColors();
+            line = 7;
+            session.readFilesAndPaths();
+            session.readShuffle();
+            session.readVolume(); // shown; the player hears it only when the volume moves
+            m_colours->showModeIndicators();
+            session.readHistory();
+            m_colours->UpdateColors();
 
-        line = 9;
-        // An empty player path is accepted; only a never-configured one ("0") is incomplete.
-        SettingsIncomplete = WinampPath == QLatin1String("0") || UserMP3Directory == QLatin1String("0") ||
-                             UserMP3Directory.isEmpty();
-        QString lastLoad;
-        if (SettingsIncomplete) {
-            showSettingsWindow(
-                QStringLiteral("Bitte füllen Sie alle Felder aus und speichen die Einstellungen!"));
-        } else {
-            line = 10;
-            // A player that has to be started first is connected to in the background (MpvLink), so
-            // the window is not held back by it.
-            startPlayer();
-            FBrowsePath->setText(UserMP3Directory);
-            markRead(kSettings, QStringLiteral("UserMP3Directory"));
-            if (playlistFile != QLatin1String("0") && !playlistFile.isEmpty()) {
-                m_playlists.setActPlaylist(1, playlistFile);
-                lastLoad = m_playlists.FuncReadPlaylistAndDisplay(playlistFile, true, 1);
-                if (PlaylistPosition >= 0 && PlaylistPosition < m_playlists.list(1).count())
-                    m_playlists.list(1).selectOnly(PlaylistPosition);
+            line = 9;
+            session.setIncomplete(session.isIncomplete());
+            QString lastLoad;
+            if (session.settingsIncomplete()) {
+                m_windows->showSettingsWindow(
+                    QStringLiteral("Bitte füllen Sie alle Felder aus und speichen die Einstellungen!"));
             } else {
-                m_playlists.setActPlaylist(1, QString());
+                line = 10;
+                lastLoad = loadPlayerAndPlaylists();
             }
-            markRead(kSettings, QStringLiteral("PlaylistFile"));
-            PL[1]->setChecked(true);
-            // The status shows the last load: that of the second playlist when it has one.
-            if (const QString text2 = loadPlaylist2(playlistFile2); !text2.isEmpty())
-                lastLoad = text2;
-        }
 
-        line = 11;
-        m_updateSchedule->load();
-        line = 12;
-        show();
-        line = 13;
-        m_tray->add(TrayModule::idleTip());
-        line = 14;
-        m_services.status.setText(lastLoad);
-        show();
-        FPlaylist->setFocus();
-        line = 15;
-        finishPlaybackLoad();
-        line = 17;
-        SetupSkins();
-    });
-    rememberUnreadSettings();
+            line = 11;
+            m_core.updateSchedule().load();
+            line = 12;
+            show();
+            line = 13;
+            m_tray->tray().add(TrayModule::idleTip());
+            line = 14;
+            m_core.services().status.setText(lastLoad);
+            show();
+            m_ui.FPlaylist->setFocus();
+            line = 15;
+            m_core.playback().transport().UpdatePreviousMenu();
+            if (AppGlobals::PlayOnStart)
+                m_core.requestPlayMode();
+            line = 17;
+            m_skins.SetupSkins();
+        });
+    session.rememberUnread(m_ui.FBrowsePath->text());
 }
 
-QList<SettingsStore::Entry> TavoMP3PlayerMain::settingsOnClose() const {
-    const QString screen = QStringLiteral("Screen");
-    QList<SettingsStore::Entry> entries{
-        {kSettings, QStringLiteral("PlaylistFile"), FActPlaylist->text()},
-        {kSettings, QStringLiteral("UserMP3Directory"), FBrowsePath->text()},
-        // Written for compatibility only; the window always opens at its design position.
-        {screen, QStringLiteral("FormPositionLeft"), QString::number(x())},
-        {screen, QStringLiteral("FormPositionTop"), QString::number(y())},
-        {kSettings, QStringLiteral("ShuffleStatus"), Checked::boolText(ShuffleStatus)},
-        {kSettings, QStringLiteral("CurrentPlaylistPosition"), QString::number(PlaylistPosition)},
-        {kSettings, QStringLiteral("Volume"), QString::number(sldVol->value())},
-        {kSettings, QStringLiteral("DialogLastpath"), m_playlists.DialogLastpath}};
-    entries << m_history.entries();
-    return entries;
-}
-
-void TavoMP3PlayerMain::markRead(const QString& section, const QString& key) {
-    m_readOnLoad.insert(section + QLatin1Char('/') + key);
-}
-
-void TavoMP3PlayerMain::rememberUnreadSettings() {
-    // A value the load did not get to (a garbage volume stops it early) is only a default in the
-    // window: writing it back at close would replace the user's playlist path or music folders
-    // with nothing. Such a value is written again once the user has changed it.
-    m_unreadOnLoad.clear();
-    for (const SettingsStore::Entry& e : settingsOnClose()) {
-        const QString id = e.section + QLatin1Char('/') + e.key;
-        if (!m_readOnLoad.contains(id))
-            m_unreadOnLoad.insert(id, e.value);
+QString TavoMP3PlayerMain::loadPlayerAndPlaylists() {
+    SavedSession& session = m_core.session();
+    PlaylistManager& playlists = m_core.playlists();
+    // A player that has to be started first is connected to in the background (MpvLink), so the
+    // window is not held back by it.
+    m_core.startPlayer(session.WinampPath);
+    m_ui.FBrowsePath->setText(session.UserMP3Directory);
+    session.markRead(kSettings, QStringLiteral("UserMP3Directory"));
+    QString lastLoad;
+    const QString& file = session.PlaylistFile;
+    if (file != QLatin1String("0") && !file.isEmpty()) {
+        playlists.setActPlaylist(1, file);
+        lastLoad = playlists.FuncReadPlaylistAndDisplay(file, true, 1);
+        const qint32 position = m_core.playback().state().PlaylistPosition;
+        if (position >= 0 && position < playlists.list(1).count())
+            playlists.list(1).selectOnly(position);
+    } else {
+        playlists.setActPlaylist(1, QString());
     }
+    session.markRead(kSettings, QStringLiteral("PlaylistFile"));
+    m_ui.PL[1]->setChecked(true);
+    // The status shows the last load: that of the second playlist when it has one.
+    if (const QString text2 = m_playlist2->loadPlaylist2(session.PlaylistFile2); !text2.isEmpty())
+        lastLoad = text2;
+    return lastLoad;
 }
 
-void TavoMP3PlayerMain::writeSettingsOnClose() {
-    QList<SettingsStore::Entry> entries;
-    for (const SettingsStore::Entry& e : settingsOnClose()) {
-        const auto unread = m_unreadOnLoad.constFind(e.section + QLatin1Char('/') + e.key);
-        if (unread == m_unreadOnLoad.constEnd() || unread.value() != e.value)
-            entries.append(e);
-    }
-    m_services.settings.SaveSettings(entries);
+void TavoMP3PlayerMain::showAfterStart(bool showWindow) {
+    m_tray->showAfterStart(showWindow);
+}
+
+void TavoMP3PlayerMain::restoreFromDesktop() {
+    m_tray->restoreWindow(true);
 }
 
 bool TavoMP3PlayerMain::closeMainWindow() {
+    Dialogs& dialogs = m_core.services().dialogs;
     // A store that cannot be written is reported and the close goes on: its old file is kept whole.
-    handle(QStringLiteral("Player Form QueryUnload"), [this](int& line) {
+    ErrorReport::guard(dialogs, QStringLiteral("Player Form QueryUnload"), [this](int& line) {
         line = 1;
-        writeSettingsOnClose();
+        m_core.session().writeOnClose(x(), y(), m_ui.FBrowsePath->text());
     });
     // A save the user asked for that fails (folder gone, read-only disk, stick pulled) keeps the
     // window open with the list as it is, so that it can be saved elsewhere.
     bool proceed = false;
-    handle(QStringLiteral("Player Form QueryUnload"), [this, &proceed](int& line) {
+    ErrorReport::guard(dialogs, QStringLiteral("Player Form QueryUnload"), [this, &proceed](int& line) {
         line = 2;
-        proceed = m_playlists.AskSaveBeforeClose();
+        proceed = m_core.playlists().AskSaveBeforeClose();
     });
     return proceed;
 }
@@ -256,31 +187,32 @@ void TavoMP3PlayerMain::closeEvent(QCloseEvent* event) {
         return;
     }
     m_closing = true;
-    m_tray->remove();
-    closePlayer();
+    m_tray->tray().remove();
+    m_core.playback().player().WinampCommand(PlayerLink::CloseCommand);
     event->accept();
     if (AppGlobals::StartUpdaterOnExit)
         QProcess::startDetached(AppGlobals::UpdaterPath, {});
     QCoreApplication::exit(0);
 }
 
-TavoMP3Settings* TavoMP3PlayerMain::showSettingsWindow(const QString& hint) {
-    TavoMP3Settings* w = settingsWindow();
-    w->open();
-    if (!hint.isEmpty())
-        w->FStatus->setText(hint);
-    return w;
+void TavoMP3PlayerMain::mouseMoveEvent(QMouseEvent* event) {
+    // The classic window received the icon's notifications as mouse moves, the code in X; a real
+    // movement at those coordinates acts the same, and the window keeps that behaviour.
+    m_skins.ResetSkinHover();
+    const QPoint at = event->position().toPoint();
+    m_tray->TrayNotification(at.x(), at.y());
+    QMainWindow::mouseMoveEvent(event);
 }
 
-void TavoMP3PlayerMain::FuncSetEnv() {
-    SettingsStore& s = m_services.settings;
-    WinampPath = s.GetSetting(kSettings, QStringLiteral("WinampPath"), QStringLiteral("0"));
-    UserMP3Directory = s.GetSetting(kSettings, QStringLiteral("UserMP3Directory"), QStringLiteral("0"));
-}
-
-void TavoMP3PlayerMain::keyPressEvent(QKeyEvent* event) {
-    // Remembered as the classic 16-bit key code (Escape = 27), which the bitrate report polls.
-    const int key = event->key() == Qt::Key_Escape ? 27 : event->key();
-    LastKeyCode = static_cast<qint16>(key & 0x7FFF);
-    QMainWindow::keyPressEvent(event);
+void TavoMP3PlayerMain::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
+        if (isVisible())
+            m_ui.FPlaylist->setFocus();
+        m_playlist2->mainWindowActivated();
+    }
+    // Minimized, only the notification-area icon is left; without a notification area the window
+    // stays minimized in the task bar, the only way back to it.
+    if (event->type() == QEvent::WindowStateChange && isMinimized())
+        m_tray->windowMinimized();
+    QMainWindow::changeEvent(event);
 }

@@ -1,6 +1,4 @@
 #include "app/GuardedApplication.h"
-#include "app/MprisPlayerAdaptor.h"
-#include "app/SingleInstance.h"
 #include "app/TavoMP3PlayerMain.h"
 #include "base/AppGlobals.h"
 #include "base/Clock.h"
@@ -10,8 +8,11 @@
 #include "base/RuntimeError.h"
 #include "base/SettingsStore.h"
 #include "base/StatusLine.h"
+#include "desktop/MprisPlayerAdaptor.h"
+#include "desktop/SingleInstance.h"
 #include "player/MpvLink.h"
 #include "power/SystemPowerOff.h"
+#include "program/ProgramCore.h"
 #include "ui/QtDialogs.h"
 
 #include <QApplication>
@@ -57,6 +58,7 @@ int main(int argc, char* argv[]) {
     SingleInstance instance(QDBusConnection::sessionBus(), SingleInstance::defaultSocketPath());
 
     int line = 1;
+    std::unique_ptr<ProgramCore> core;
     std::unique_ptr<TavoMP3PlayerMain> window;
     try {
         line = 2;
@@ -75,12 +77,38 @@ int main(int argc, char* argv[]) {
                        stderr);
             return 0;
         }
-        window = std::make_unique<TavoMP3PlayerMain>(services);
-        QObject::connect(&instance, &SingleInstance::activationRequested, window.get(),
-                         &TavoMP3PlayerMain::activateFromDesktop);
+        core = std::make_unique<ProgramCore>(services);
+        window = std::make_unique<TavoMP3PlayerMain>(*core);
+        TavoMP3PlayerMain* view = window.get();
+        // A later start: line 1 brings the window to the front, line 2 is the "play" word.
+        QObject::connect(&instance, &SingleInstance::activationRequested, view,
+                         [&dialogs, &program = *core, view](bool show, bool play) {
+                             ErrorReport::guard(dialogs, QStringLiteral("Activate"), [&](int& step) {
+                                 step = 1;
+                                 if (show)
+                                     view->restoreFromDesktop();
+                                 step = 2;
+                                 if (play)
+                                     program.requestPlayMode();
+                             });
+                         });
+        // Asked for by the desktop's player controls; answered after the bus has had its answer.
+        WindowRequests& requests = core->windowRequests();
+        QObject::connect(
+            &requests, &WindowRequests::raiseRequested, view,
+            [&dialogs, view] {
+                ErrorReport::guard(dialogs, QStringLiteral("Activate"), [view](int& step) {
+                    step = 1;
+                    view->restoreFromDesktop();
+                });
+            },
+            Qt::QueuedConnection);
+        QObject::connect(&requests, &WindowRequests::closeRequested, view, &QWidget::close,
+                         Qt::QueuedConnection);
         // Before the load, so that the desktop hears of every song from the first one on.
         if (instance.ownsBusName())
-            MprisPlayerAdaptor::publish(*window, QDBusConnection::sessionBus());
+            MprisPlayerAdaptor::publish(core.get(), core->playback(), core->playlists(), services, requests,
+                                        QDBusConnection::sessionBus());
         dialogs.setParent(window.get());
         window->load();
         window->showAfterStart(cmd.showWindow);

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "appearance/ColorSchemeTarget.h"
-
 #include <QString>
 
-// What the settings window may do to the main window: repaint it, change its background
-// picture, hand over the music directories, and restart the environment after saving.
-class SettingsWindowHost : public ColorSchemeTarget {
+// What the settings window may do to the program behind it: change the background picture, hand
+// over the music directories, and restart the environment after saving. Colours go through the
+// colour controller.
+class SettingsWindowHost {
 public:
+    virtual ~SettingsWindowHost() = default;
     // All errors ignored; "" removes the picture.
     virtual void LoadBGImage(const QString& path) = 0;
     virtual void setBrowsePath(const QString& directories) = 0;

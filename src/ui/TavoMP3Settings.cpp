@@ -2,6 +2,7 @@
 
 #include "ui/AutomationIds.h"
 
+#include "appearance/ColorSchemeController.h"
 #include "appearance/SettingsWindowHost.h"
 #include "appearance/UpdateOptionTexts.h"
 #include "base/Checked.h"
@@ -36,8 +37,9 @@ QString fieldLines(const QString& stored) {
 }
 } // namespace
 
-TavoMP3Settings::TavoMP3Settings(Services& services, SettingsWindowHost& host, QWidget* parent)
-    : QWidget(parent, Qt::Window), m_services(services), m_host(host), m_scheme(ColorScheme::builtIn()) {
+TavoMP3Settings::TavoMP3Settings(Services& services, SettingsWindowHost& host, ColorSchemeController& colours,
+                                 QWidget* parent)
+    : QWidget(parent, Qt::Window), m_services(services), m_host(host), m_colours(colours) {
     setObjectName(QStringLiteral("TavoMP3Settings"));
     setWindowTitle(QStringLiteral("Tavo MP3 Player! - Einstellungen"));
     buildLayout();
@@ -110,8 +112,8 @@ void TavoMP3Settings::loadWindow() {
     handle(QStringLiteral("Settings Form Load"), [this](int& line) {
         readStoredValues(line);
         line = 9;
-        m_activePreset =
-            m_services.settings.GetSetting(kSettings, QStringLiteral("ActivePreset"), QStringLiteral("0"));
+        m_colours.setActivePreset(
+            m_services.settings.GetSetting(kSettings, QStringLiteral("ActivePreset"), QStringLiteral("0")));
         FillPresetList();
     });
 }
@@ -236,4 +238,8 @@ void TavoMP3Settings::BSaveAndClose_Click() {
         line = 7;
         close();
     });
+}
+
+const QString& TavoMP3Settings::activePreset() const {
+    return m_colours.activePreset();
 }

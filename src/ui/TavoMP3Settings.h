@@ -1,6 +1,5 @@
 #pragma once
 
-#include "appearance/ColorScheme.h"
 #include "base/Services.h"
 
 #include <QWidget>
@@ -16,6 +15,7 @@ class QPushButton;
 class QRadioButton;
 class QSlider;
 class QTabWidget;
+class ColorSchemeController;
 class SettingsWindowHost;
 class TavoMp3Tree;
 
@@ -25,7 +25,9 @@ class TavoMp3Tree;
 class TavoMP3Settings : public QWidget {
     Q_OBJECT
 public:
-    TavoMP3Settings(Services& services, SettingsWindowHost& host, QWidget* parent = nullptr);
+    // The scheme and its presets are edited in the colour controller; the host is told of paths.
+    TavoMP3Settings(Services& services, SettingsWindowHost& host, ColorSchemeController& colours,
+                    QWidget* parent = nullptr);
     ~TavoMP3Settings() override;
 
     // Shows the window; after it was closed, the values it shows are read from the store again.
@@ -40,8 +42,7 @@ public:
     void ColorChangeValue(const QString& component);
     void ShowColorValues();
 
-    const ColorScheme& scheme() const { return m_scheme; }
-    const QString& activePreset() const { return m_activePreset; }
+    const QString& activePreset() const;
     const QStringList& presetNames() const { return m_presetNames; }
     const QStringList& presetLabels() const { return m_presetLabels; }
     TavoMp3Tree* folderTree() const { return m_tree; }
@@ -143,9 +144,7 @@ private:
 
     Services& m_services;
     SettingsWindowHost& m_host;
-    ColorScheme m_scheme;
-    QString m_activePreset = QStringLiteral("0");
-    QString m_activePresetName;
+    ColorSchemeController& m_colours;
     QStringList m_presetNames;
     QStringList m_presetLabels;
     bool m_settingSliders = false;

@@ -1,7 +1,7 @@
 // The colour scheme side of the settings window: presets, the role list and the three sliders.
 #include "appearance/ColorRoles.h"
+#include "appearance/ColorSchemeController.h"
 #include "appearance/PresetStore.h"
-#include "appearance/SettingsWindowHost.h"
 #include "base/Checked.h"
 #include "base/Dialogs.h"
 #include "ui/TavoMP3Settings.h"
@@ -45,11 +45,9 @@ void TavoMP3Settings::LoadPreset(const QString& presetNumber, const QString& cal
     Q_UNUSED(caller) // tells who asked; it does not change what happens
     handle(QStringLiteral("LoadPreset"), [&](int& line) {
         line = 1;
-        const PresetStore::Preset preset = PresetStore(m_services.settings).read(presetNumber);
+        const PresetStore::Preset preset = m_colours.readPreset(presetNumber);
         line = 2;
-        m_scheme = preset.scheme;
-        m_activePreset = presetNumber;
-        m_activePresetName = preset.name;
+        m_colours.takePreset(presetNumber, preset);
         FActivePreset->setText(preset.name);
         line = 3;
         ActualizeSliders();
@@ -65,9 +63,7 @@ void TavoMP3Settings::LoadPreset(const QString& presetNumber, const QString& cal
 void TavoMP3Settings::SavePreset(const QString& presetNumber, const QString& presetName) {
     handle(QStringLiteral("SavePreset"), [&](int& line) {
         line = 1;
-        PresetStore(m_services.settings).save(presetNumber, presetName, m_scheme);
-        m_activePreset = presetNumber;
-        m_activePresetName = presetName;
+        m_colours.savePreset(presetNumber, presetName);
         line = 3;
         // The name alone, so that "Preset speichern" can save under the shown text again.
         FActivePreset->setText(presetName);
@@ -78,7 +74,7 @@ void TavoMP3Settings::SavePreset(const QString& presetNumber, const QString& pre
 void TavoMP3Settings::FillPresetList() {
     handle(QStringLiteral("FillPresetList"), [this](int& line) {
         line = 1;
-        const PresetListing l = PresetStore(m_services.settings).listing(m_activePreset);
+        const PresetListing l = PresetStore(m_services.settings).listing(m_colours.activePreset());
         line = 2;
         FPresetList->clear();
         FPresetList->addItems(l.items);
@@ -91,8 +87,7 @@ void TavoMP3Settings::FillPresetList() {
 }
 
 void TavoMP3Settings::PlayerMainSetColorAll() {
-    for (const ColorRoles::Role& r : ColorRoles::all())
-        m_host.setRoleColour(r.id, m_scheme.rgb(r.id));
+    m_colours.paintAll();
 }
 
 void TavoMP3Settings::ActualizeSliders() {
@@ -102,9 +97,10 @@ void TavoMP3Settings::ActualizeSliders() {
         return;
     }
     const auto id = ColorRoles::Id(role);
-    const int red = Checked::textToInt16(m_scheme.component(id, ColorScheme::Red));
-    const int green = Checked::textToInt16(m_scheme.component(id, ColorScheme::Green));
-    const int blue = Checked::textToInt16(m_scheme.component(id, ColorScheme::Blue));
+    const ColorScheme& scheme = m_colours.scheme();
+    const int red = Checked::textToInt16(scheme.component(id, ColorScheme::Red));
+    const int green = Checked::textToInt16(scheme.component(id, ColorScheme::Green));
+    const int blue = Checked::textToInt16(scheme.component(id, ColorScheme::Blue));
     // Moving the sliders here shows the role; it must not write the values back as an edit.
     m_settingSliders = true;
     SliderRed->setValue(red);
@@ -137,14 +133,12 @@ void TavoMP3Settings::ColorChangeValue(const QString& component) {
     const QSlider* slider = c == ColorScheme::Red     ? SliderRed
                             : c == ColorScheme::Green ? SliderGreen
                                                       : SliderBlue;
-    const auto id = ColorRoles::Id(role);
-    m_scheme.setComponent(id, ColorScheme::Component(c), QString::number(slider->value()));
-    m_host.setRoleColour(id, m_scheme.rgb(id));
+    m_colours.setComponent(ColorRoles::Id(role), ColorScheme::Component(c), QString::number(slider->value()));
     ShowColorValues();
 }
 
 void TavoMP3Settings::ShowColorValues() {
-    FTest->setPlainText(m_scheme.valueLines().join(QLatin1Char('\n')));
+    FTest->setPlainText(m_colours.scheme().valueLines().join(QLatin1Char('\n')));
 }
 
 void TavoMP3Settings::BPresetSaveAs_Click() {
@@ -164,7 +158,7 @@ void TavoMP3Settings::BPresetSaveAs_Click() {
 }
 
 void TavoMP3Settings::BPresetSave_Click() {
-    SavePreset(m_activePreset, FActivePreset->text());
+    SavePreset(m_colours.activePreset(), FActivePreset->text());
 }
 
 void TavoMP3Settings::BPresetLoad_Click(const QString& caller) {

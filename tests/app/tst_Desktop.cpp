@@ -1,5 +1,5 @@
-#include "app/SingleInstance.h"
 #include "app/TrayModule.h"
+#include "desktop/SingleInstance.h"
 #include "support/MainWindowRig.h"
 
 #include <QMenu>
@@ -59,18 +59,18 @@ private slots:
         QFETCH(int, y);
         QFETCH(QString, effect);
         MainWindowRig r;
-        r.w.tray().trayAvailable = [tray] { return tray; };
+        r.binding<TrayBinding>().tray().trayAvailable = [tray] { return tray; };
         r.w.load();
         r.w.showMinimized();
         QTest::qWait(20);
         QTRY_COMPARE(r.w.isVisible(), !tray); // minimized means: only the tray icon is left
         if (x < 0)
-            emit r.w.tray().icon()->activated(QSystemTrayIcon::ActivationReason(-x));
+            emit r.binding<TrayBinding>().tray().icon()->activated(QSystemTrayIcon::ActivationReason(-x));
         else
-            r.w.TrayNotification(x, y);
+            r.binding<TrayBinding>().TrayNotification(x, y);
         QCOMPARE(r.w.isVisible(), effect == u"restore"_s);
-        QTRY_COMPARE(r.w.MenuPopupSys->isVisible(), effect == u"menu"_s);
-        r.w.MenuPopupSys->hide();
+        QTRY_COMPARE(r.w.ui().MenuPopupSys->isVisible(), effect == u"menu"_s);
+        r.w.ui().MenuPopupSys->hide();
         r.w.close();
     }
 

@@ -49,21 +49,21 @@ private slots:
         if (scenario != "play word") {
             r.play(0);
             if (scenario == "playlist2") {
-                QTest::mouseClick(r.w.BPlaylist2, Qt::LeftButton);
+                QTest::mouseClick(r.w.ui().BPlaylist2, Qt::LeftButton);
             } else {
-                QTest::keyClick(r.w.FPlaylist, Qt::Key_A, Qt::ControlModifier);
-                QTest::keyClick(r.w.FPlaylist, Qt::Key_Delete);
+                QTest::keyClick(r.w.ui().FPlaylist, Qt::Key_A, Qt::ControlModifier);
+                QTest::keyClick(r.w.ui().FPlaylist, Qt::Key_Delete);
             }
             r.player.finishSong();
         }
         // The real timer, quicker: a dozen ticks.
-        r.w.playback().tmrTime.setInterval(10);
+        r.core.playback().monitor().tmrTime.setInterval(10);
         QTest::qWait(150);
         QCOMPARE(r.t.dialogs.messageTexts(),
                  QStringList{"Fehler in tmrTime_Timer in Zeile 4: Typen unverträglich"});
         // The window still answers its controls.
-        QTest::mouseClick(r.w.BStop, Qt::LeftButton);
-        QCOMPARE(int(r.w.PlayMode), 0);
+        QTest::mouseClick(r.w.ui().BStop, Qt::LeftButton);
+        QCOMPARE(int(r.core.playback().state().PlayMode), 0);
     }
 
     // A song of length 0 (a player that has not started yet) raises no box on the tick, and the
@@ -73,20 +73,20 @@ private slots:
         r.player.lengthSeconds.insert("/m/Song00.mp3", 0);
         r.load(r.songs(1));
         r.play(0);
-        r.w.playback().tmrTimeTick();
-        r.w.playback().tmrTimeTick();
+        r.core.playback().monitor().tmrTimeTick();
+        r.core.playback().monitor().tmrTimeTick();
         QCOMPARE(r.t.dialogs.messageTexts(), QStringList());
-        QCOMPARE(r.w.lblTime->text(), "0:00/0:00");
-        QCOMPARE(r.w.tray().tip(), "Tavo MP3 Player!: Song00");
+        QCOMPARE(r.w.ui().lblTime->text(), "0:00/0:00");
+        QCOMPARE(r.binding<TrayBinding>().tray().tip(), "Tavo MP3 Player!: Song00");
     }
 
     void historyEntryTakesThePriorityMarkAway() {
         MainWindowRig r;
         r.load(r.songs(3));
-        r.w.Frame1->FPrio[3]->click();
-        QVERIFY(r.w.Frame1->FPrio[3]->isChecked());
-        r.w.MenuPrev[1]->trigger();
-        for (QRadioButton* option : r.w.Frame1->FPrio)
+        r.w.ui().Frame1->FPrio[3]->click();
+        QVERIFY(r.w.ui().Frame1->FPrio[3]->isChecked());
+        r.w.ui().MenuPrev[1]->trigger();
+        for (QRadioButton* option : r.w.ui().Frame1->FPrio)
             QVERIFY(!option->isChecked());
         QCOMPARE(r.player.playedFiles(), QStringList{"/m/Song00.mp3"});
     }
@@ -116,8 +116,8 @@ private slots:
         MainWindowRig r;
         r.setting("PlaylistFile", file);
         r.load();
-        QTest::keyClick(r.w.FPlaylist, Qt::Key_Delete); // marks the list as changed
-        const QStringList before = r.w.playlists().PlaylistPaths;
+        QTest::keyClick(r.w.ui().FPlaylist, Qt::Key_Delete); // marks the list as changed
+        const QStringList before = r.core.playlists().PlaylistPaths;
         if (stickProblem == "folder gone") {
             QVERIFY(folder.remove());
         } else if (stickProblem == "folder") {
@@ -135,13 +135,13 @@ private slots:
         if (stickProblem == "full")
             QCOMPARE(FileBytes::read(file), bytes);
         QVERIFY(r.w.isVisible());
-        QCOMPARE(r.w.playlists().PlaylistPaths, before);
+        QCOMPARE(r.core.playlists().PlaylistPaths, before);
         QCOMPARE(r.player.commands(), QList<qint32>{}); // the player keeps playing
 
         const QString elsewhere = r.dir.filePath("saved.txt");
         r.t.dialogs.answers = {Dialogs::Answer::Yes};
         r.t.dialogs.saveAnswers = {elsewhere};
-        r.w.MenuDateiPlaylistSaveAs->trigger();
+        r.w.ui().MenuDateiPlaylistSaveAs->trigger();
         QCOMPARE(PlaylistFile::readLines(elsewhere), before);
         QVERIFY(r.w.close());
         QCOMPARE(r.player.commands(), QList<qint32>{40001});
@@ -154,10 +154,10 @@ private slots:
         r.t.settings.SaveSetting("Preset1", "Background", "200 010 020");
         r.setting("ActivePreset", "1");
         r.load(songs());
-        r.w.MenuEinstellungen->trigger();
-        r.w.settingsWindow()->BCancel->click();
-        r.w.MenuEinstellungen->trigger();
-        TavoMP3Settings* w = r.w.settingsWindow();
+        r.w.ui().MenuEinstellungen->trigger();
+        r.w.windows().settingsWindow()->BCancel->click();
+        r.w.ui().MenuEinstellungen->trigger();
+        TavoMP3Settings* w = r.w.windows().settingsWindow();
         QVERIFY(w->isVisible());
         QCOMPARE(w->FActivePreset->text(), "Rot");
         w->BPresetSave->click();
@@ -166,13 +166,13 @@ private slots:
                  "Rot|200 010 020");
         w->BCancel->click();
 
-        QTest::keyClick(r.w.FPlaylist, Qt::Key_B); // opens the quick search
+        QTest::keyClick(r.w.ui().FPlaylist, Qt::Key_B); // opens the quick search
         auto* search = r.w.findChild<TavoMP3QuickSearch*>();
         QVERIFY(search);
         QCOMPARE(search->palette().color(QPalette::Window), QColor(200, 10, 20));
         // The menu shows the same window again, and a slider edit there repaints the main window at once.
-        r.w.MenuEinstellungen->trigger();
-        QCOMPARE(r.w.settingsWindow(), w);
+        r.w.ui().MenuEinstellungen->trigger();
+        QCOMPARE(r.w.windows().settingsWindow(), w);
         w->LColorType->setCurrentRow(ColorRoles::Background);
         w->SliderRed->setValue(90);
         QCOMPARE(r.w.centralWidget()->palette().color(QPalette::Window), QColor(90, 10, 20));
@@ -191,10 +191,10 @@ private slots:
         r.t.settings.SaveSetting("Preset1", "PresetName", "Rot");
         r.load(r.songs(5));
         if (question.contains("Preset")) {
-            r.w.settingsWindow()->FPresetList->setCurrentRow(1);
-            r.w.settingsWindow()->BPresetDelete->click();
+            r.w.windows().settingsWindow()->FPresetList->setCurrentRow(1);
+            r.w.windows().settingsWindow()->BPresetDelete->click();
         } else {
-            (question.contains("Analyse") ? r.w.BReportBitrate : r.w.BReportPrio)->click();
+            (question.contains("Analyse") ? r.w.ui().BReportBitrate : r.w.ui().BReportPrio)->click();
         }
         const auto& asked = r.t.dialogs.questions;
         QVERIFY(!asked.isEmpty());
@@ -217,21 +217,21 @@ private slots:
         MainWindowRig r;
         r.load(songs());
         r.play(0);
-        r.w.playback().tmrTimeTick(); // tells the display and the sliders about the song
+        r.core.playback().monitor().tmrTimeTick(); // tells the display and the sliders about the song
         r.player.clearLog();
-        QTest::mousePress(r.w.TavoSlider1, Qt::LeftButton, {}, QPoint(10, 5));
-        QTest::mouseRelease(r.w.TavoSlider1, Qt::LeftButton, {}, QPoint(x, 5));
+        QTest::mousePress(r.w.ui().TavoSlider1, Qt::LeftButton, {}, QPoint(10, 5));
+        QTest::mouseRelease(r.w.ui().TavoSlider1, Qt::LeftButton, {}, QPoint(x, 5));
         QCOMPARE(r.player.calls.filter("JumpToTime"), QStringList{jump});
-        QCOMPARE(r.w.lblTrackName->text(), "Alpha");
+        QCOMPARE(r.w.ui().lblTrackName->text(), "Alpha");
         {
-            const QSignalBlocker quiet(r.w.sldVol);
-            r.w.sldVol->setValue(0);
+            const QSignalBlocker quiet(r.w.ui().sldVol);
+            r.w.ui().sldVol->setValue(0);
         }
-        const QPoint groove(r.w.sldVol->width() - 3, r.w.sldVol->height() / 2);
-        QTest::mousePress(r.w.sldVol, Qt::LeftButton, {}, groove);
-        QVERIFY(r.w.lblTrackName->text().startsWith("VOLUME:"));
-        QTest::mouseRelease(r.w.sldVol, Qt::LeftButton, {}, groove);
-        QCOMPARE(r.w.lblTrackName->text(), "Alpha");
+        const QPoint groove(r.w.ui().sldVol->width() - 3, r.w.ui().sldVol->height() / 2);
+        QTest::mousePress(r.w.ui().sldVol, Qt::LeftButton, {}, groove);
+        QVERIFY(r.w.ui().lblTrackName->text().startsWith("VOLUME:"));
+        QTest::mouseRelease(r.w.ui().sldVol, Qt::LeftButton, {}, groove);
+        QCOMPARE(r.w.ui().lblTrackName->text(), "Alpha");
         QVERIFY(r.player.volume > 0);
     }
 };

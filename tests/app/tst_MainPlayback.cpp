@@ -1,8 +1,8 @@
 // Table rows read better as plain literals; the product code keeps the strict conversions.
 #undef QT_NO_CAST_FROM_ASCII
 
-#include "player/MpvLink.h"
 #include "playback/PlaybackMonitor.h"
+#include "player/MpvLink.h"
 #include "support/MainWindowRig.h"
 #include "support/MpvTestPlayer.h"
 #include "support/SilentMp3.h"
@@ -21,16 +21,16 @@ private slots:
         r.load({"/m/Alpha.mp3:5", "/m/Beta.mp3:5", "/m/Gamma.mp3:5"});
         TavoMP3PlayerMain& w = r.w;
         r.play(1);
-        QTest::mouseClick(w.BNext, Qt::LeftButton);
-        QCOMPARE(w.MenuPrev[1]->text() + w.MenuPrev[2]->text(), "1. Gamma2. Beta");
-        w.playlists().list(1).selectOnly(0);
-        QTest::keyClick(w.FPlaylist, Qt::Key_Return);
+        QTest::mouseClick(w.ui().BNext, Qt::LeftButton);
+        QCOMPARE(w.ui().MenuPrev[1]->text() + w.ui().MenuPrev[2]->text(), "1. Gamma2. Beta");
+        r.core.playlists().list(1).selectOnly(0);
+        QTest::keyClick(w.ui().FPlaylist, Qt::Key_Return);
         QCOMPARE(r.player.playedFiles(), (QStringList{"/m/Beta.mp3", "/m/Gamma.mp3", "/m/Alpha.mp3"}));
         r.player.advance(61000);
-        w.playback().tmrTimeTick();
-        QCOMPARE(w.lblTime->text() + ' ' + w.lblTrackName->text(), "1:01/3:00 Alpha");
+        r.core.playback().monitor().tmrTimeTick();
+        QCOMPARE(w.ui().lblTime->text() + ' ' + w.ui().lblTrackName->text(), "1:01/3:00 Alpha");
         // The length the player reported, for an M3U save.
-        QCOMPARE(w.playlists().SongSeconds.value("/m/Alpha.mp3"), 180);
+        QCOMPARE(r.core.playlists().SongSeconds.value("/m/Alpha.mp3"), 180);
     }
 
     void realPlayerPlaysThePlaylistBySongToSong() {
@@ -51,25 +51,26 @@ private slots:
         t.settings.SaveSetting("Settings", "WinampPath", MpvTestPlayer::mpvPath());
         t.settings.SaveSetting("Settings", "UserMP3Directory", env.filePath(""));
         t.settings.SaveSetting("Settings", "PlaylistFile", file);
-        TavoMP3PlayerMain w(s);
+        ProgramCore core(s);
+        TavoMP3PlayerMain w(core);
         w.load();
         // The player started by the load is connected to in the background.
         QTRY_VERIFY_WITH_TIMEOUT(link.isConnected(), 10000);
         const qint64 pid = env.pid();
 
-        w.playlists().list(1).selectOnly(0);
-        QTest::mouseClick(w.BPlay, Qt::LeftButton);
+        core.playlists().list(1).selectOnly(0);
+        QTest::mouseClick(w.ui().BPlay, Qt::LeftButton);
         QTRY_COMPARE_WITH_TIMEOUT(t.status.text(), "Playlistende erreicht - Playmodus gestoppt.", 20000);
-        QCOMPARE(w.PlayMode, quint8(0));
-        QCOMPARE(w.PlaylistPosition, 3);
+        QCOMPARE(core.playback().state().PlayMode, quint8(0));
+        QCOMPARE(core.playback().state().PlaylistPosition, 3);
         QStringList handed;
         for (const QVariant& entry : env.property("playlist").toList())
             handed << entry.toMap().value("filename").toString();
         QCOMPARE(handed, songs);
-        QCOMPARE(w.MenuPrev[1]->text() + '|' + w.MenuPrev[3]->text(), "1. Lied 4|3. Lied 2");
+        QCOMPARE(w.ui().MenuPrev[1]->text() + '|' + w.ui().MenuPrev[3]->text(), "1. Lied 4|3. Lied 2");
         // Entry 0 reads as an empty slot, so the first song of a fresh history is not recorded.
-        QVERIFY(!w.MenuPrev[4]->isVisible());
-        QCOMPARE(w.LMP3Samplerate->text() + ' ' + w.LMP3Bitrate->text(), "44 kHz 128 kbps");
+        QVERIFY(!w.ui().MenuPrev[4]->isVisible());
+        QCOMPARE(w.ui().LMP3Samplerate->text() + ' ' + w.ui().LMP3Bitrate->text(), "44 kHz 128 kbps");
 
         w.close();
         QTRY_VERIFY(!MpvTestPlayer::alive(pid));

@@ -34,24 +34,24 @@ class tst_MainPlaylists : public QObject {
     struct BuiltRig : MainWindowRig {
         explicit BuiltRig(const QString& music) {
             load({}, music);
-            w.BCreateList->click();
+            ui().BCreateList->click();
         }
     };
 
     struct ShownRig : MainWindowRig {
-        TavoMP3Playlist2& pl2 = *w.Playlist2;
+        TavoMP3Playlist2& pl2 = *ui().Playlist2;
 
         ShownRig(int main, int second) {
             fill(1, songs(main, "a"));
             fill(2, songs(second, "b"));
             w.show();
-            w.BPlaylist2Click();
+            binding<Playlist2Binding>().BPlaylist2Click();
         }
         void fill(int n, const QStringList& paths) {
             if (paths.isEmpty())
                 return;
-            w.playlists().paths(n) = paths;
-            w.playlists().FuncDisplayPlaylist(true, n);
+            core.playlists().paths(n) = paths;
+            core.playlists().FuncDisplayPlaylist(true, n);
         }
         QPoint docked() const { return {w.frameGeometry().right() + 1, w.frameGeometry().y()}; }
     };
@@ -86,19 +86,19 @@ private slots:
         QFETCH(QString, caption);
         BuiltRig r(m_music.root());
         for (int row : {0, 3})
-            r.w.playlists().list(1).setSelected(row, true);
-        QAction* entry = control == "context" ? r.w.MenuPlaylistSetPrio->MenuSetPrio.at(index)
-                         : control == "tray"  ? r.w.MenuSetPrio.at(index)
+            r.core.playlists().list(1).setSelected(row, true);
+        QAction* entry = control == "context" ? r.w.ui().MenuPlaylistSetPrio->MenuSetPrio.at(index)
+                         : control == "tray"  ? r.w.ui().MenuSetPrio.at(index)
                                               : nullptr;
         if (entry) {
             QCOMPARE(entry->text(), caption);
             entry->trigger();
         } else {
-            r.w.Frame1->FPrio.at(index)->click();
+            r.w.ui().Frame1->FPrio.at(index)->click();
         }
         // Which digits go where is the entry editor's; here: the control reached it with its digit.
         const QChar digit = caption.at(caption.startsWith('&') ? 1 : 0);
-        const QStringList& paths = r.w.playlists().PlaylistPaths;
+        const QStringList& paths = r.core.playlists().PlaylistPaths;
         QCOMPARE(QString(paths.at(0).back()) + paths.at(1).back() + paths.at(3).back(),
                  QString(digit) + '5' + digit);
     }
@@ -119,10 +119,10 @@ private slots:
         QFETCH(QString, how);
         QFETCH(bool, found);
         BuiltRig r(m_music.root());
-        const QString before = r.w.FStatus->text();
+        const QString before = r.w.ui().FStatus->text();
         // Typed faster than the new window takes the focus: every letter still goes into one search.
-        QTest::keyClick(r.w.FPlaylist, Qt::Key(key));
-        QTest::keyClicks(r.w.FPlaylist, "its");
+        QTest::keyClick(r.w.ui().FPlaylist, Qt::Key(key));
+        QTest::keyClicks(r.w.ui().FPlaylist, "its");
         const QList<TavoMP3QuickSearch*> windows = r.w.findChildren<TavoMP3QuickSearch*>();
         QCOMPARE(windows.size(), 1);
         TavoMP3QuickSearch* search = windows.first();
@@ -139,8 +139,8 @@ private slots:
         else
             search->CancelButton->click();
         QVERIFY(!search->isVisible());
-        QCOMPARE(r.w.playlists().list(1).selectedRows(), found ? QList<int>{3} : QList<int>{});
-        QCOMPARE(r.w.FStatus->text(),
+        QCOMPARE(r.core.playlists().list(1).selectedRows(), found ? QList<int>{3} : QList<int>{});
+        QCOMPARE(r.w.ui().FStatus->text(),
                  found ? "\"" + typed + "\" gefunden ---> " + m_music.path("Greatest Hits/Song.mp3")
                        : before);
     }
@@ -149,24 +149,26 @@ private slots:
     // the user may put it elsewhere, where it stays until the main window moves.
     void buttonAndDockingFollowTheMainWindow() {
         ShownRig r(0, 0);
-        r.w.BPlaylist2Click(); // hidden again
+        r.binding<Playlist2Binding>().BPlaylist2Click(); // hidden again
         r.w.move(40, 30);
-        r.w.BPlaylist2->click();
-        QVERIFY(r.pl2.isVisible() && r.pl2.PL2Visible && r.w.PL[2]->isChecked() && !r.w.mainPlaylistActive);
+        r.w.ui().BPlaylist2->click();
+        QVERIFY(r.pl2.isVisible() && r.pl2.PL2Visible && r.w.ui().PL[2]->isChecked() &&
+                !r.core.playback().state().mainPlaylistActive);
         QCOMPARE(r.pl2.pos(), r.docked());
-        r.w.dockPlaylist2();
+        r.binding<Playlist2Binding>().dockPlaylist2();
         r.pl2.move(500, 400);
-        r.w.dockPlaylist2();
+        r.binding<Playlist2Binding>().dockPlaylist2();
         QCOMPARE(r.pl2.pos(), QPoint(500, 400));
         r.w.move(60, 70);
-        r.w.dockPlaylist2();
+        r.binding<Playlist2Binding>().dockPlaylist2();
         QCOMPARE(r.pl2.pos(), r.docked());
-        r.w.BPlaylist2->click();
-        QVERIFY(!r.pl2.isVisible() && !r.pl2.PL2Visible && r.w.PL[1]->isChecked() && r.w.mainPlaylistActive);
+        r.w.ui().BPlaylist2->click();
+        QVERIFY(!r.pl2.isVisible() && !r.pl2.PL2Visible && r.w.ui().PL[1]->isChecked() &&
+                r.core.playback().state().mainPlaylistActive);
         // A minimized main window takes the docked window along.
-        r.w.BPlaylist2->click();
+        r.w.ui().BPlaylist2->click();
         r.w.setWindowState(Qt::WindowMinimized);
-        r.w.dockPlaylist2();
+        r.binding<Playlist2Binding>().dockPlaylist2();
         QVERIFY(!r.pl2.isVisible());
     }
 
@@ -177,14 +179,14 @@ private slots:
         QApplication::setActiveWindow(&r.w);
         QTRY_VERIFY(r.w.isActiveWindow());
         QVERIFY(!r.pl2.close());
-        r.w.FBrowsePath->setFocus();
+        r.w.ui().FBrowsePath->setFocus();
         r.w.setFont(QFont("Sans", 13));
         QVERIFY(!r.pl2.isVisible());
-        QCOMPARE(QApplication::focusWidget(), r.w.FBrowsePath);
+        QCOMPARE(QApplication::focusWidget(), r.w.ui().FBrowsePath);
         QApplication::setActiveWindow(&r.pl2);
         QApplication::setActiveWindow(&r.w);
         QTRY_VERIFY(r.pl2.isVisible());
-        QCOMPARE(r.w.playlists().list(2).itemText(2), "3. Song02");
+        QCOMPARE(r.core.playlists().list(2).itemText(2), "3. Song02");
     }
 
     void dropCountsRowsFromTheFirstVisibleOne_data() {
@@ -205,7 +207,7 @@ private slots:
         QCOMPARE(r.pl2.FPlaylist->logicalDpiY(), 96);
         r.pl2.FPlaylist->verticalScrollBar()->setValue(scrollRows);
         drop(r.pl2.FPlaylist, QPoint(10, yPixels), "4. Song03", Qt::CopyAction);
-        const QStringList& paths = r.w.playlists().Playlist2Paths;
+        const QStringList& paths = r.core.playlists().Playlist2Paths;
         QCOMPARE(r.pl2.FStatus->text(),
                  QStringLiteral("x: 150 / y: %1 ---> %2 effect: 1").arg(yPixels * 15).arg(expectedRow));
         QCOMPARE(paths.size(), 61);
@@ -224,9 +226,9 @@ private slots:
         QFETCH(QStringList, jumps);
         ShownRig r(1, 2);
         r.player.defaultLengthSeconds = 200;
-        r.w.songSelection().PlaySong(0, 1);
+        r.core.playback().selection().PlaySong(0, 1);
         r.player.positionMs = qint64(positionSeconds) * 1000;
-        r.w.playback().tmrTimeTick();
+        r.core.playback().monitor().tmrTimeTick();
         r.player.clearLog();
         QTest::keyClick(r.pl2.FPlaylist, Qt::Key_Space);
         QCOMPARE(r.player.calls.filter("JumpToTime"), jumps);
@@ -243,18 +245,18 @@ private slots:
         QFETCH(bool, shutdownBox);
         ShownRig r(3, 3);
         r.pl2.ShutdownOnPL2End->setChecked(shutdownBox);
-        r.w.ShuffleStatus = shutdownBox;
+        r.core.playback().state().ShuffleStatus = shutdownBox;
         emit r.pl2.rowClicked(0);
-        r.w.PlayMode = 1;
+        r.core.playback().state().PlayMode = 1;
         for (int song = 0; song < 5; ++song) {
             r.player.finishSong();
             r.player.userStop();
-            r.w.playback().tmrTimeTick();
+            r.core.playback().monitor().tmrTimeTick();
         }
         QCOMPARE(r.player.playedFiles(), QStringList({"/b/Song00.mp3", "/b/Song01.mp3", "/b/Song02.mp3"}));
         QCOMPARE(r.t.power.requests.size(), shutdownBox ? 1 : 0);
-        QCOMPARE(int(r.w.PlayMode), 0);
-        QVERIFY(!r.w.ShuffleStatus);
+        QCOMPARE(int(r.core.playback().state().PlayMode), 0);
+        QVERIFY(!r.core.playback().state().ShuffleStatus);
     }
 };
 

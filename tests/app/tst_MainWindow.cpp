@@ -75,20 +75,20 @@ private slots:
         AppGlobals::PlayOnStart = playWord;
         r.w.load();
 
-        QCOMPARE(r.w.SettingsIncomplete, incomplete);
-        QCOMPARE(r.w.PlayMode, quint8(playWord && !incomplete && songs > 0 ? 1 : 0));
+        QCOMPARE(r.core.session().settingsIncomplete(), incomplete);
+        QCOMPARE(r.core.playback().state().PlayMode, quint8(playWord && !incomplete && songs > 0 ? 1 : 0));
         QCOMPARE(r.player.startCount, incomplete ? 0 : 1);
         // The settings window always exists (it loads the colour preset); only shown when incomplete.
-        QCOMPARE(r.w.settingsWindow()->isVisible(), incomplete);
+        QCOMPARE(r.w.windows().settingsWindow()->isVisible(), incomplete);
         if (incomplete)
-            QCOMPARE(r.w.settingsWindow()->FStatus->text(),
+            QCOMPARE(r.w.windows().settingsWindow()->FStatus->text(),
                      "Bitte füllen Sie alle Felder aus und speichen die Einstellungen!");
-        QCOMPARE(r.w.FBrowsePath->text() + '|' + r.w.FActPlaylist->text() + '|' +
-                     QString::number(r.w.FPlaylist->model()->rowCount()),
+        QCOMPARE(r.w.ui().FBrowsePath->text() + '|' + r.w.ui().FActPlaylist->text() + '|' +
+                     QString::number(r.w.ui().FPlaylist->model()->rowCount()),
                  incomplete ? "||0" : folders + '|' + file + '|' + QString::number(songs));
-        QCOMPARE(r.w.playlists().list(1).selectedRows(),
+        QCOMPARE(r.core.playlists().list(1).selectedRows(),
                  !incomplete && position >= 0 && position < songs ? QList<int>{position} : QList<int>{});
-        QCOMPARE(r.w.PlaylistPosition, position);
+        QCOMPARE(r.core.playback().state().PlaylistPosition, position);
     }
 
     // The load restores shuffle, volume and history; the close writes them and asks to save a changed list.
@@ -109,26 +109,26 @@ private slots:
         r.t.settings.SaveSetting("PreviousSongs", "Prev01", "1");
         r.t.settings.SaveSetting("PreviousSongs", "Prev02", "9");
         const QString file = r.load(r.songs(2));
-        QVERIFY(r.w.ShuffleStatus && r.w.MenuShuffleStatus->isChecked());
-        QCOMPARE(r.w.sldVol->value(), 128);
+        QVERIFY(r.core.playback().state().ShuffleStatus && r.w.ui().MenuShuffleStatus->isChecked());
+        QCOMPARE(r.w.ui().sldVol->value(), 128);
         QCOMPARE(r.player.volume, -1); // not told until the slider moves
         // Shown: the stored entry and the empty slot after it.
-        QCOMPARE(r.w.MenuPrev[1]->text() + '|' + r.w.MenuPrev[2]->text() + '|' +
-                     QString::number(r.w.MenuPrev[2]->isVisible()) +
-                     QString::number(r.w.MenuPrev[3]->isVisible()),
+        QCOMPARE(r.w.ui().MenuPrev[1]->text() + '|' + r.w.ui().MenuPrev[2]->text() + '|' +
+                     QString::number(r.w.ui().MenuPrev[2]->isVisible()) +
+                     QString::number(r.w.ui().MenuPrev[3]->isVisible()),
                  "1. Song01|2. ...|10");
-        r.w.sldVol->setValue(200);
+        r.w.ui().sldVol->setValue(200);
         QCOMPARE(r.player.volume, 200);
-        QTest::mouseClick(r.w.lblShuffle, Qt::LeftButton);
-        QVERIFY(!r.w.MenuShuffleStatus->isChecked());
+        QTest::mouseClick(r.w.ui().lblShuffle, Qt::LeftButton);
+        QVERIFY(!r.w.ui().MenuShuffleStatus->isChecked());
         // A change in memory that only a save writes to the file.
-        r.w.playlists().PlaylistPaths[1] = "/m/Song01.mp3:1";
-        r.w.playlists().PlaylistChanged = changed;
-        r.w.PlaylistPosition = 1;
-        r.w.FBrowsePath->setText("/m/a\r\n/m/b");
+        r.core.playlists().PlaylistPaths[1] = "/m/Song01.mp3:1";
+        r.core.playlists().PlaylistChanged = changed;
+        r.core.playback().state().PlaylistPosition = 1;
+        r.w.ui().FBrowsePath->setText("/m/a\r\n/m/b");
         r.t.dialogs.answers = {answer};
 
-        QCOMPARE(r.w.closeMainWindow(), !changed || answer != Dialogs::Answer::Cancel);
+        QCOMPARE(r.w.close(), !changed || answer != Dialogs::Answer::Cancel);
 
         QCOMPARE(r.t.dialogs.messageTexts(),
                  changed
@@ -183,12 +183,13 @@ private slots:
         if (!key.isEmpty())
             set(key, garbage);
         const QHash<QString, QString> before = settings.fileValues();
-        TavoMP3PlayerMain w(s);
+        ProgramCore core(s);
+        TavoMP3PlayerMain w(core);
         w.load();
         QCOMPARE(t.dialogs.messageTexts().join(""),
                  loadError.isEmpty() ? "" : "Fehler in Player Form Load in Zeile 7: " + loadError);
         if (userVolume >= 0)
-            w.sldVol->setValue(userVolume);
+            w.ui().sldVol->setValue(userVolume);
         player.clearLog();
 
         w.close();

@@ -31,8 +31,8 @@ class tst_MainWindowDisplay : public QObject {
     QStringList m_songs; // 101 playlist lines of synthesized files
 
     void load(MainWindowRig& r, const QStringList& lines) {
-        r.w.BitrateReportPath = m_dir.filePath(QStringLiteral("MP3Info.txt"));
-        r.w.PriorityReportPath = m_dir.filePath(QStringLiteral("MP3Prio.txt"));
+        r.core.BitrateReportPath = m_dir.filePath(QStringLiteral("MP3Info.txt"));
+        r.core.PriorityReportPath = m_dir.filePath(QStringLiteral("MP3Prio.txt"));
         r.load(lines);
     }
 
@@ -42,7 +42,7 @@ private slots:
     void freshStartPaintsEveryRole() {
         MainWindowRig r;
         QWidget* other = nullptr;
-        r.w.addSchemeWindow([&]() -> QWidget* {
+        r.w.windows().addSchemeWindow([&]() -> QWidget* {
             other = other ? other : new QWidget(&r.w, Qt::Window);
             new QLabel("Suche", other);
             return other;
@@ -53,25 +53,26 @@ private slots:
         QVERIFY(image.save(picture));
         r.setting("BGImagePath", picture);
         r.load();
-        QCOMPARE(r.w.FSleepmode->palette().color(QPalette::WindowText), QColor(200, 200, 0));
+        QCOMPARE(r.w.ui().FSleepmode->palette().color(QPalette::WindowText), QColor(200, 200, 0));
         QCOMPARE(r.w.centralWidget()->palette().color(QPalette::Window), QColor(38, 38, 38));
-        QCOMPARE(r.w.FPlaylist->palette().color(QPalette::Base), QColor(106, 125, 192));
-        QCOMPARE(r.w.BPLOpen->foreColor(), QColor(138, 142, 34));
-        QVERIFY(QFile::exists(r.w.BPLOpen->image())); // the load gives the skin buttons their face
-        QCOMPARE(r.w.TavoxMiniDiagram1->textColor(), QColor(0, 160, 0));
+        QCOMPARE(r.w.ui().FPlaylist->palette().color(QPalette::Base), QColor(106, 125, 192));
+        QCOMPARE(r.w.ui().BPLOpen->foreColor(), QColor(138, 142, 34));
+        QVERIFY(QFile::exists(r.w.ui().BPLOpen->image())); // the load gives the skin buttons their face
+        QCOMPARE(r.w.ui().TavoxMiniDiagram1->textColor(), QColor(0, 160, 0));
         // After the preset the load redraws the indicators with the fixed greens.
-        QCOMPARE(r.w.lblShuffle->palette().color(QPalette::WindowText), QColor(0, 64, 0));
+        QCOMPARE(r.w.ui().lblShuffle->palette().color(QPalette::WindowText), QColor(0, 64, 0));
         QVERIFY(other && !other->isVisible());
         QCOMPARE(other->palette().color(QPalette::Window), QColor(38, 38, 38));
         QCOMPARE(other->findChild<QLabel*>()->palette().color(QPalette::WindowText), QColor(200, 200, 0));
-        QVERIFY(!r.w.settingsWindow()->isVisible());
-        QVERIFY(r.w.settingsWindow()->FStatus->palette().color(QPalette::Window) != QColor(106, 125, 192));
+        QVERIFY(!r.w.windows().settingsWindow()->isVisible());
+        QVERIFY(r.w.windows().settingsWindow()->FStatus->palette().color(QPalette::Window) !=
+                QColor(106, 125, 192));
         // The background picture: a missing file keeps the old one, an empty path removes it silently.
         QCOMPARE(r.w.centralWidget()->grab().toImage().pixelColor(5, 5), QColor(10, 200, 30));
-        r.w.LoadBGImage(r.dir.filePath("fehlt.png"));
-        QCOMPARE(r.w.backgroundPicture()->picture().size(), QSize(40, 30));
-        r.w.LoadBGImage("");
-        QVERIFY(r.w.backgroundPicture()->picture().isNull());
+        r.w.ui().background->load(r.dir.filePath("fehlt.png"));
+        QCOMPARE(r.w.ui().background->picture().size(), QSize(40, 30));
+        r.w.ui().background->load("");
+        QVERIFY(r.w.ui().background->picture().isNull());
         QCOMPARE(r.w.centralWidget()->grab().toImage().pixelColor(5, 5), QColor(38, 38, 38));
         QVERIFY(r.t.dialogs.questions.isEmpty());
     }
@@ -97,36 +98,36 @@ private slots:
         load(r, m_songs);
         TavoMP3PlayerMain& w = r.w;
         auto click = [&w](int row) {
-            const QRect rect = w.FPlaylist->visualRect(w.FPlaylist->model()->index(row, 0));
-            QTest::mouseClick(w.FPlaylist->viewport(), Qt::LeftButton, Qt::NoModifier, rect.center());
+            const QRect rect = w.ui().FPlaylist->visualRect(w.ui().FPlaylist->model()->index(row, 0));
+            QTest::mouseClick(w.ui().FPlaylist->viewport(), Qt::LeftButton, Qt::NoModifier, rect.center());
         };
         click(0); // CBR: one full bar at 128 kbit/s (class 9)
         for (int i = 1; i <= 14; ++i)
-            QCOMPARE(w.TavoxMiniDiagram1->lineEnd(i), i == 9 ? 1320 : 380);
+            QCOMPARE(w.ui().TavoxMiniDiagram1->lineEnd(i), i == 9 ? 1320 : 380);
         click(1); // VBR: every class of the pattern has frames
         int full = 0;
         for (int i = 1; i <= 14; ++i) {
-            QVERIFY(w.TavoxMiniDiagram1->lineEnd(i) > 380);
-            full += w.TavoxMiniDiagram1->lineEnd(i) == 1320 ? 1 : 0;
+            QVERIFY(w.ui().TavoxMiniDiagram1->lineEnd(i) > 380);
+            full += w.ui().TavoxMiniDiagram1->lineEnd(i) == 1320 ? 1 : 0;
         }
         QVERIFY(full >= 1);
         ScriptedDialogs& d = r.t.dialogs;
         d.answers = {Dialogs::Answer::Yes, Dialogs::Answer::Yes};
         // Pending when the run starts: Esc pressed on the list, and a click on the other report
         // button that must not start a second report inside the first.
-        QCoreApplication::postEvent(w.FPlaylist,
+        QCoreApplication::postEvent(w.ui().FPlaylist,
                                     new QKeyEvent(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier));
-        const QPointF centre = QPointF(w.BReportPrio->rect().center());
-        QCoreApplication::postEvent(w.BReportPrio,
+        const QPointF centre = QPointF(w.ui().BReportPrio->rect().center());
+        QCoreApplication::postEvent(w.ui().BReportPrio,
                                     new QMouseEvent(QEvent::MouseButtonPress, centre, centre, Qt::LeftButton,
                                                     Qt::LeftButton, Qt::NoModifier));
-        QCoreApplication::postEvent(w.BReportPrio,
+        QCoreApplication::postEvent(w.ui().BReportPrio,
                                     new QMouseEvent(QEvent::MouseButtonRelease, centre, centre,
                                                     Qt::LeftButton, Qt::NoButton, Qt::NoModifier));
-        QTest::mouseClick(w.BReportBitrate, Qt::LeftButton);
+        QTest::mouseClick(w.ui().BReportBitrate, Qt::LeftButton);
         QCOMPARE(d.questions.size(), 2);
-        QCOMPARE(w.FStatus->text(), QStringLiteral("Bitratereport abgebrochen."));
-        QCOMPARE(FileBytes::read(w.BitrateReportPath).count("\r\n"), 1);
+        QCOMPARE(w.ui().FStatus->text(), QStringLiteral("Bitratereport abgebrochen."));
+        QCOMPARE(FileBytes::read(r.core.BitrateReportPath).count("\r\n"), 1);
         QCoreApplication::processEvents();
         QCOMPARE(d.questions.size(), 2);
     }
@@ -155,22 +156,22 @@ private slots:
         const int width = r.w.width();
         if (text == "picks") {
             for (int i = 0; i < 700; ++i)
-                r.w.songSelection().FuncPickRandomSong();
+                r.core.playback().selection().FuncPickRandomSong();
         } else if (text == "name") {
             r.play(3);
-            r.w.playback().tmrTimeTick();
+            r.core.playback().monitor().tmrTimeTick();
         }
         QCoreApplication::processEvents();
         QCOMPARE(r.w.width(), width);
         QVERIFY(r.w.minimumSizeHint().width() <= width);
-        QVERIFY(r.w.FStatus->text().size() <= StatusLine::kMaxLength);
-        QCOMPARE(r.w.FStatus->text().endsWith("Zeit: 0"), text == "picks");
+        QVERIFY(r.w.ui().FStatus->text().size() <= StatusLine::kMaxLength);
+        QCOMPARE(r.w.ui().FStatus->text().endsWith("Zeit: 0"), text == "picks");
     }
 
     void shortPlaylistShowsTheErrorMessage() {
         MainWindowRig r;
         load(r, m_songs.mid(0, 2));
-        QTest::mouseClick(r.w.BReportBitrate, Qt::LeftButton);
+        QTest::mouseClick(r.w.ui().BReportBitrate, Qt::LeftButton);
         QCOMPARE(r.t.dialogs.messageTexts(),
                  QStringList{QStringLiteral(
                      "Fehler in BReportBitrate_Click in Zeile 1: Index außerhalb des gültigen Bereichs")});

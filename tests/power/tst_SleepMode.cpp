@@ -1,9 +1,10 @@
 // Table rows read better as plain literals; the product code keeps the strict conversions.
 #undef QT_NO_CAST_FROM_ASCII
 
-#include "app/TavoMP3PlayerMain.h"
+#include "app/SleepBinding.h"
 #include "power/SleepMode.h"
 #include "support/TestServices.h"
+#include "support/WindowPartRig.h"
 #include "ui/ClickLabel.h"
 
 #include <QCheckBox>
@@ -78,18 +79,20 @@ private slots:
         QFETCH(QString, choice);
         QFETCH(qint64, sleptMs);
         QFETCH(bool, wokeUp);
-        TestServices t;
-        TavoMP3PlayerMain w(t.services);
-        w.load();
+        WindowPartRig r;
+        r.bind<SleepBinding>();
+        MainWindowUi& w = r.ui;
+        SleepMode& sleep = r.core.sleepMode();
+        const TestServices& t = r.t;
         qint64 slept = 1000;
-        w.sleepMode().wakeUp.sleptMs = [&slept] { return slept; };
-        QCOMPARE(w.sleepMode().TimerSleepmode.interval(), 60000);
-        w.sleepMode().TimerSleepmode.setInterval(20); // minutes of 20 ms
+        sleep.wakeUp.sleptMs = [&slept] { return slept; };
+        QCOMPARE(sleep.TimerSleepmode.interval(), 60000);
+        sleep.TimerSleepmode.setInterval(20); // minutes of 20 ms
 
         w.FSleepmodeTime->setCurrentIndex(index);
         emit w.FSleepmodeTime->activated(index);
         QCOMPARE(w.FSleepmodeTime->currentText(), choice);
-        QVERIFY(!w.sleepMode().TimerSleepmode.isActive());
+        QVERIFY(!sleep.TimerSleepmode.isActive());
         emit w.LabelSleep->clicked(); // the caption toggles the box
         QVERIFY(w.FSleepmode->isChecked());
         QCOMPARE(w.LSleepmode->text(), "Herunterfahren in " + choice);
@@ -100,16 +103,16 @@ private slots:
         QCOMPARE(w.LSleepmode->text(), "Herunterfahren in 1 min"); // the last text stays
 
         slept += sleptMs;
-        w.sleepMode().wakeUp.check();
+        sleep.wakeUp.check();
         QCOMPARE(!w.FSleepmode->isChecked(), wokeUp);
         QCOMPARE(w.LSleepmode->text().isEmpty(), wokeUp);
-        QCOMPARE(w.sleepMode().wakeUp.isArmed(), !wokeUp);
-        QVERIFY(!w.sleepMode().TimerSleepmode.isActive());
+        QCOMPARE(sleep.wakeUp.isArmed(), !wokeUp);
+        QVERIFY(!sleep.TimerSleepmode.isActive());
         QCOMPARE(t.power.requests, QList<qint32>{1});
 
         emit w.LabelSleep->clicked(); // armed anew (woken) or switched off (not woken)
         QCOMPARE(w.FSleepmode->isChecked(), wokeUp);
-        QVERIFY(!w.sleepMode().wakeUp.isArmed());
+        QVERIFY(!sleep.wakeUp.isArmed());
         QCOMPARE(w.LSleepmode->text(), wokeUp ? "Herunterfahren in " + choice : QString());
     }
 };

@@ -1,7 +1,13 @@
 #pragma once
 
+#include "app/Playlist2Binding.h"
+#include "app/SecondaryWindows.h"
 #include "app/TavoMP3PlayerMain.h"
+#include "app/TransportBinding.h"
+#include "app/TrayBinding.h"
+#include "app/TrayModule.h"
 #include "playlist/PlaylistFile.h"
+#include "program/ProgramCore.h"
 #include "support/FakePlayer.h"
 #include "support/TestServices.h"
 #include "ui/SkinControl.h"
@@ -12,7 +18,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-// A main window on the test doubles and the in-memory player, not yet loaded.
+// The program core and its main window on the test doubles and the in-memory player, not yet loaded.
 struct MainWindowRig {
     QTemporaryDir dir;
     TestServices t;
@@ -22,7 +28,14 @@ struct MainWindowRig {
         s.player = &player;
         return s;
     }();
-    TavoMP3PlayerMain w{services};
+    ProgramCore core{services};
+    TavoMP3PlayerMain w{core};
+
+    MainWindowUi& ui() { return w.ui(); }
+    PlaybackController& playback() { return core.playback(); }
+    PlaybackState& state() { return core.playback().state(); }
+    // One of the window's bindings (TrayBinding, Playlist2Binding, ...).
+    template <typename B> B& binding() { return *w.findChild<B*>(); }
 
     void setting(const char* key, const QString& value) {
         t.settings.SaveSetting(QStringLiteral("Settings"), QLatin1String(key), value);
@@ -51,8 +64,8 @@ struct MainWindowRig {
         return file;
     }
     void play(int row) {
-        w.playlists().list(1).selectOnly(row);
-        w.FPlaylist->setCurrentIndex(w.playlists().list(1).index(row));
-        QTest::mouseClick(w.BPlay, Qt::LeftButton);
+        core.playlists().list(1).selectOnly(row);
+        ui().FPlaylist->setCurrentIndex(core.playlists().list(1).index(row));
+        QTest::mouseClick(ui().BPlay, Qt::LeftButton);
     }
 };

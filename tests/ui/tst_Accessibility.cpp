@@ -44,12 +44,12 @@ private slots:
         if (!variable.isNull())
             qputenv(AutomationIds::kVariable, variable);
         MainWindowRig r;
-        r.w.settingsWindow()->BAddDir->click(); // the folder tree
-        r.w.newsWindow();
-        r.w.aboutWindow();
-        r.w.id3Window();
-        r.w.updateWindow();
-        r.w.openQuickSearch("A");
+        r.w.windows().settingsWindow()->BAddDir->click(); // the folder tree
+        r.w.windows().newsWindow();
+        r.w.windows().aboutWindow();
+        r.w.windows().id3Window();
+        r.w.windows().updateWindow();
+        r.w.windows().openQuickSearch("A");
         static const QRegularExpression designName("^[A-Za-z][A-Za-z0-9_]*(\\([0-9]+\\))?$");
         QStringList wrong;
         int named = 0;
@@ -74,9 +74,9 @@ private slots:
         }
         QVERIFY(named > 100);
         QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join("; ")));
-        QCOMPARE(r.w.PL[2]->accessibleDescription(), described ? "PL(2)" : QString());
+        QCOMPARE(r.w.ui().PL[2]->accessibleDescription(), described ? "PL(2)" : QString());
         // The settings window's status line is read out with what it says, not as a fixed word.
-        QCOMPARE(iface(r.w.settingsWindow()->FStatus)->text(QAccessible::Name),
+        QCOMPARE(iface(r.w.windows().settingsWindow()->FStatus)->text(QAccessible::Name),
                  TavoMP3Settings::firstTimeMessage());
     }
 
@@ -89,15 +89,15 @@ private slots:
     void optionButtonsActAsAClick() {
         QFETCH(QString, action);
         MainWindowRig r;
-        r.w.playlists().paths(1) = {"/m/Alpha.mp3:5", "/m/Beta.mp3:5"};
-        r.w.playlists().FuncDisplayPlaylist(true, 1);
-        r.w.playlists().list(1).selectOnly(1);
-        QAccessibleInterface* prio = iface(r.w.Frame1->FPrio[2]);
+        r.core.playlists().paths(1) = {"/m/Alpha.mp3:5", "/m/Beta.mp3:5"};
+        r.core.playlists().FuncDisplayPlaylist(true, 1);
+        r.core.playlists().list(1).selectOnly(1);
+        QAccessibleInterface* prio = iface(r.w.ui().Frame1->FPrio[2]);
         prio->actionInterface()->doAction(action);
-        QTRY_COMPARE(r.w.playlists().PlaylistPaths.at(1), "/m/Beta.mp3:2");
+        QTRY_COMPARE(r.core.playlists().PlaylistPaths.at(1), "/m/Beta.mp3:2");
         QVERIFY(prio->state().checked);
-        iface(r.w.PL[2])->actionInterface()->doAction(action);
-        QTRY_VERIFY(!r.w.mainPlaylistActive);
+        iface(r.w.ui().PL[2])->actionInterface()->doAction(action);
+        QTRY_VERIFY(!r.core.playback().state().mainPlaylistActive);
     }
 
     void skinButtonNameAndPress_data() {
@@ -127,16 +127,16 @@ private slots:
 
     void positionSliderHasValueAndRangeAndSeeks() {
         MainWindowRig r;
-        r.w.TavoSlider1->SetValue("SliderMax", 200);
-        r.w.TavoSlider1->SetValue("SliderValue", 50);
-        QAccessibleValueInterface* v = iface(r.w.TavoSlider1)->valueInterface();
+        r.w.ui().TavoSlider1->SetValue("SliderMax", 200);
+        r.w.ui().TavoSlider1->SetValue("SliderValue", 50);
+        QAccessibleValueInterface* v = iface(r.w.ui().TavoSlider1)->valueInterface();
         QVERIFY(v);
         QCOMPARE(
             (QList<int>{v->currentValue().toInt(), v->minimumValue().toInt(), v->maximumValue().toInt()}),
             (QList<int>{50, 0, 200}));
         v->setCurrentValue(120);
         v->setCurrentValue(500); // past the end: the last second
-        QTest::keyClick(r.w.TavoSlider1, Qt::Key_Right);
+        QTest::keyClick(r.w.ui().TavoSlider1, Qt::Key_Right);
         QCOMPARE(r.player.calls.filter("JumpToTime"),
                  (QStringList{"JumpToTime 120000", "JumpToTime 200000", "JumpToTime 55000"}));
     }

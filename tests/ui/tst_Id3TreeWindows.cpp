@@ -50,13 +50,12 @@ private slots:
             QVERIFY(W::write(song, bytes));
         MainWindowRig r;
         r.load(bytes.isEmpty() ? QStringList() : QStringList{other + ":5", song + ":3"}, m_dir.path());
-        TavoMP3PlayerMain& main = r.w;
-        QCOMPARE(main.playlists().list(1).count(), bytes.isEmpty() ? 0 : 2);
+        QCOMPARE(r.core.playlists().list(1).count(), bytes.isEmpty() ? 0 : 2);
         if (!bytes.isEmpty())
-            main.playlists().list(1).selectOnly(1);
-        main.MenuPlaylistID3->trigger();
+            r.core.playlists().list(1).selectOnly(1);
+        r.ui().MenuPlaylistID3->trigger();
 
-        TavoMP3ID3& w = main.id3Window();
+        TavoMP3ID3& w = r.w.windows().id3Window();
         QVERIFY(w.isVisible());
         // The file is the list line without ":<prio>".
         QCOMPARE(w.FFile->text(), bytes.isEmpty() ? QString() : song);

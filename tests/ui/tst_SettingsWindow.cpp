@@ -1,6 +1,7 @@
 // Table rows read better as plain literals; the product code keeps the strict conversions.
 #undef QT_NO_CAST_FROM_ASCII
 
+#include "appearance/ColorSchemeController.h"
 #include "appearance/SettingsWindowHost.h"
 #include "support/FileBytes.h"
 #include "support/TestServices.h"
@@ -25,29 +26,15 @@
 class tst_SettingsWindow : public QObject {
     Q_OBJECT
 
-    // Stands in for the main window behind the settings window: records every call in order.
+    // Stands in for the program behind the settings window: records every call in order.
     struct RecordingSettingsHost : SettingsWindowHost {
-        QList<QPair<QString, Rgb>> colourCalls;
+        QList<QPair<QString, Rgb>> colourCalls; // the colour controller's roles, as "SetColor<role>"
         QStringList calls; // "LoadBGImage:<path>", "setBrowsePath:<dirs>", "FuncSetEnv", "startPlayer:<path>"
 
         void LoadBGImage(const QString& path) override { calls << "LoadBGImage:" + path; }
         void setBrowsePath(const QString& dirs) override { calls << "setBrowsePath:" + dirs; }
         void FuncSetEnv() override { calls << "FuncSetEnv"; }
         void startPlayer(const QString& path) override { calls << "startPlayer:" + path; }
-#define TAVO_RECORD_COLOUR(name)                                                                             \
-    void name(const Rgb& c) override {                                                                       \
-        colourCalls.append({#name, c});                                                                      \
-    }
-        TAVO_RECORD_COLOUR(SetColorText)
-        TAVO_RECORD_COLOUR(SetColorBackground)
-        TAVO_RECORD_COLOUR(SetColorFieldText)
-        TAVO_RECORD_COLOUR(SetColorFieldBackground)
-        TAVO_RECORD_COLOUR(SetColorButtonText)
-        TAVO_RECORD_COLOUR(SetColorButtonBackground)
-        TAVO_RECORD_COLOUR(SetColorDisplayTextBright)
-        TAVO_RECORD_COLOUR(SetColorDisplayTextDark)
-        TAVO_RECORD_COLOUR(SetColorDisplayBackground)
-#undef TAVO_RECORD_COLOUR
     };
 
     QTemporaryDir m_dir;
@@ -60,6 +47,7 @@ class tst_SettingsWindow : public QObject {
     struct Rig {
         TestServices t;
         RecordingSettingsHost host;
+        ColorSchemeController colours{t.settings};
         QPointer<TavoMP3Settings> w;
         // Presets 1.. get the names given (none for an empty name), with the colour text "00n 00n 00n".
         explicit Rig(const QStringList& presets = {}, const QStringList& settings = {}) {
@@ -72,7 +60,11 @@ class tst_SettingsWindow : public QObject {
             }
             for (const QString& s : settings)
                 t.settings.SaveSetting("Settings", s.section('=', 0, 0), s.section('=', 1));
-            w = new TavoMP3Settings(t.services, host);
+            QObject::connect(
+                &colours, &ColorSchemeController::roleColourChanged, [this](int role, const Rgb& c) {
+                    host.colourCalls.append({"SetColor" + ColorRoles::role(ColorRoles::Id(role)).key, c});
+                });
+            w = new TavoMP3Settings(t.services, host, colours);
         }
         ~Rig() { delete w; }
         QString stored(const QString& section, const QString& key) const {

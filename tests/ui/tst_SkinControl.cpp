@@ -1,8 +1,8 @@
 // Table rows read better as plain literals; the product code keeps the strict conversions.
 #undef QT_NO_CAST_FROM_ASCII
 
-#include "app/TavoMP3PlayerMain.h"
 #include "base/StatusLine.h"
+#include "support/MainWindowRig.h"
 #include "support/TestServices.h"
 #include "ui/SkinControl.h"
 
@@ -118,20 +118,20 @@ private slots:
     }
 
     void mainWindowSkinsItsButtonsAndResetsHover() {
-        TestServices t;
-        TavoMP3PlayerMain w(t.services);
-        w.load();
+        MainWindowRig r;
+        r.w.load();
+        const MainWindowUi& w = r.ui();
         for (SkinControl* b : {w.BPLOpen, w.BPLSave, w.BUpdateList, w.BCreateList}) {
             QCOMPARE(b->size(), QSize(129, 22));
             QVERIFY(b->shape().contains(QPoint(5, 5)) &&
                     !b->shape().contains(QPoint(0, 0))); // rounded corner
         }
-        QVERIFY(!t.status.text().startsWith("Fehler beim Laden"));
+        QVERIFY(!r.t.status.text().startsWith("Fehler beim Laden"));
         w.BPLOpen->setOver(true);
         w.BCreateList->setOver(true);
         QMouseEvent move(QEvent::MouseMove, QPointF(300, 300), QPointF(300, 300), Qt::NoButton, Qt::NoButton,
                          Qt::NoModifier);
-        QCoreApplication::sendEvent(&w, &move);
+        QCoreApplication::sendEvent(&r.w, &move);
         QVERIFY(!w.BPLOpen->Over() && !w.BCreateList->Over());
     }
 };

@@ -1,10 +1,10 @@
 // Table rows read better as plain literals; the product code keeps the strict conversions.
 #undef QT_NO_CAST_FROM_ASCII
 
-#include "app/TavoMP3PlayerMain.h"
+#include "app/TransportBinding.h"
 #include "base/RuntimeError.h"
 #include "playback/PlaybackMonitor.h"
-#include "support/MainWindowRig.h"
+#include "support/WindowPartRig.h"
 #include "ui/TavoSlider.h"
 
 #include <QTimer>
@@ -70,12 +70,11 @@ private slots:
         QFETCH(int, seconds);
         QFETCH(bool, left);
         const Qt::MouseButton button = left ? Qt::LeftButton : Qt::RightButton;
-        MainWindowRig r;
-        TavoMP3PlayerMain& w = r.w;
-        w.load();
-        QTimer* tmrTime = &w.playback().tmrTime;
+        WindowPartRig r;
+        TransportBinding& w = r.bind<TransportBinding>();
+        QTimer* tmrTime = &r.core.playback().monitor().tmrTime;
         QVERIFY(tmrTime->isActive());
-        TavoSlider* s = w.TavoSlider1;
+        TavoSlider* s = r.ui.TavoSlider1;
         s->resize(391, s->height());
         s->SetValue("SliderMax", 200);
         mouse(s, QEvent::MouseButtonPress, pixelX, button, button);
@@ -83,7 +82,7 @@ private slots:
         QCOMPARE(w.HideScroll && w.AllowTimeChange, left);
         mouse(s, QEvent::MouseButtonRelease, pixelX, button, Qt::NoButton);
         QVERIFY(tmrTime->isActive() && !w.HideScroll && !w.AllowTimeChange);
-        QCOMPARE(w.playback().shownName(), QString());
+        QCOMPARE(r.core.playback().monitor().shownName(), QString());
         QCOMPARE(r.player.calls.filter("JumpToTime"),
                  QStringList{QString("JumpToTime %1").arg(seconds * 1000)});
     }

@@ -1,4 +1,9 @@
-#include "app/TavoMP3PlayerMain.h"
+#include "app/MainWindowUi.h"
+#include "app/SecondaryWindows.h"
+#include "app/SettingsApplier.h"
+#include "app/WindowSkins.h"
+#include "base/StatusLine.h"
+#include "program/ProgramCore.h"
 #include "support/LocalHttpServer.h"
 #include "support/ReleaseSigner.h"
 #include "support/TestServices.h"
@@ -11,6 +16,7 @@
 #include <QAction>
 #include <QFile>
 #include <QLabel>
+#include <QMainWindow>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
@@ -33,6 +39,19 @@ class tst_UpdateWindow : public QObject {
     ReleaseSigner m_signer;
     TestServices* m_t = nullptr;
     LocalHttpServer* m_server = nullptr;
+
+    // The windows the main window opens, with the program core behind them, without the rest of the window.
+    struct Windows {
+        ProgramCore core;
+        QMainWindow window;
+        MainWindowUi ui;
+        SettingsApplier applier{core, ui};
+        WindowSkins skins{ui, window, core.services().status};
+        SecondaryWindows& windows;
+        explicit Windows(Services& services)
+            : core(services),
+              windows((ui.setupUi(&window), *new SecondaryWindows(core, ui, window, applier, skins))) {}
+    };
 
     UpdateConfig config() const {
         UpdateConfig c;
@@ -58,22 +77,21 @@ private slots:
     }
 
     void menuEntriesOpenTheWindowsAndTheHistory() {
-        TavoMP3PlayerMain main(m_t->services);
-        main.load();
-        const QList<QPair<QAction*, QWidget*>> entries = {{main.MenuNews, &main.newsWindow()},
-                                                          {main.MenuAbout, &main.aboutWindow()},
-                                                          {main.MenuUpdate, &main.updateWindow()}};
+        Windows main(m_t->services);
+        const QList<QPair<QAction*, QWidget*>> entries = {{main.ui.MenuNews, &main.windows.newsWindow()},
+                                                          {main.ui.MenuAbout, &main.windows.aboutWindow()},
+                                                          {main.ui.MenuUpdate, &main.windows.updateWindow()}};
         for (const auto& [entry, window] : entries) {
             QVERIFY(!window->isVisible()); // created hidden, e.g. to take the colours
             entry->trigger();
             QVERIFY2(window->isVisible(), qPrintable(entry->objectName()));
         }
-        QCOMPARE(main.aboutWindow().Version->text(),
+        QCOMPARE(main.windows.aboutWindow().Version->text(),
                  QStringLiteral("Version %1.%2").arg(TAVO_VERSION_MAJOR).arg(TAVO_VERSION_MINOR));
         QVERIFY(m_t->dialogs.questions.isEmpty());
         // The history as the user reads it: one spot check of a tricky passage, and its layout.
         const QString text = VersionHistory::text();
-        QCOMPARE(main.newsWindow().FHistory->toPlainText(),
+        QCOMPARE(main.windows.newsWindow().FHistory->toPlainText(),
                  QString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
         QVERIFY(text.contains(
             QStringLiteral("Bitrate-Verteilungs-Histogram \r\nMPInfo Aktivierung: \"MP3Info.dll\" einfach in "
@@ -156,25 +174,26 @@ private slots:
         m_t->settings.SaveSetting(section, QStringLiteral("UpdateMode"), QStringLiteral("1"));
         m_t->settings.SaveSetting(section, QStringLiteral("UpdateInterval"), QStringLiteral("1"));
         m_t->dialogs.answers << Dialogs::Answer(answer);
-        TavoMP3PlayerMain main(m_t->services);
-        main.UpdateSource = config();
-        main.load();
-        QVERIFY(main.updateSchedule().TimerCheck->isActive());
-        QCOMPARE(main.FCheck->text(), QStringLiteral("0/1"));
-        main.updateSchedule().TimerCheckTimer(); // the first minute reaches the interval
+        Windows main(m_t->services);
+        main.core.UpdateSource = config();
+        main.core.updateSchedule().load(); // as the main window's load does
+        QVERIFY(main.core.updateSchedule().TimerCheck->isActive());
+        QCOMPARE(main.ui.FCheck->text(), QStringLiteral("0/1"));
+        main.core.updateSchedule().TimerCheckTimer(); // the first minute reaches the interval
         QVERIFY(QTest::qWaitFor([&] { return !m_t->dialogs.questions.isEmpty(); }, 10000));
         const auto& q = m_t->dialogs.questions.first();
         QVERIFY2(q.text.startsWith(
                      QStringLiteral("Es ist eine neue Version (0.161) von TavoMP3 Player verfügbar!")),
                  qPrintable(q.text));
         QCOMPARE(q.buttons, Dialogs::Buttons::YesNoCancel);
-        QCOMPARE(main.updateWindow().isVisible(), shown);
-        QCOMPARE(main.updateWindow().FLog->toPlainText(), QString()); // the hidden check logged nothing
+        QCOMPARE(main.windows.updateWindow().isVisible(), shown);
+        QCOMPARE(main.windows.updateWindow().FLog->toPlainText(),
+                 QString()); // the hidden check logged nothing
         QCOMPARE(
             m_t->settings.GetSetting(section, QStringLiteral("LastUpdateCheckStatus"), QStringLiteral("-")),
             QString());
         QCOMPARE(m_server->requestedPaths, QStringList{kList});
-        QVERIFY(!main.updateSchedule().TimerCheck->isActive());
+        QVERIFY(!main.core.updateSchedule().TimerCheck->isActive());
     }
 };
 

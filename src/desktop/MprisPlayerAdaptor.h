@@ -9,13 +9,17 @@
 #include <QVariantMap>
 #include <functional>
 
-class TavoMP3PlayerMain;
+class PlaybackController;
+class PlaylistManager;
+class WindowRequests;
+struct Services;
 
 // org.mpris.MediaPlayer2.Player: the desktop's media keys and player controls (GNOME, KDE, playerctl).
 // The commands are the transport routines of the buttons and the tray menu, so Next honours shuffle
 // and priorities and Previous the history; each runs after the caller has its answer, under the
-// window's error report. Status, song, volume (the slider sldVol) and shuffle are announced with
-// PropertiesChanged whenever they change, also when a song ends and the next one starts by itself.
+// program's error report. Status, song, volume and shuffle are announced with PropertiesChanged
+// whenever they change, also when a song ends and the next one starts by itself. It knows the
+// playback and the playlists, never a window.
 class MprisPlayerAdaptor : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.mpris.MediaPlayer2.Player")
@@ -37,16 +41,22 @@ public:
     static const QString kObjectPath;
 
     // Commands are refused while no player runs and none can be started.
-    MprisPlayerAdaptor(QObject* exported, TavoMP3PlayerMain& window, const QDBusConnection& bus);
+    MprisPlayerAdaptor(QObject* exported, PlaybackController& playback, PlaylistManager& playlists,
+                       Services& services, const QDBusConnection& bus);
 
-    // Exports both MPRIS interfaces on the bus, whose name the caller already holds.
-    static QObject* publish(TavoMP3PlayerMain& window, const QDBusConnection& bus);
+    // Exports both MPRIS interfaces on the bus, whose name the caller already holds; the exported
+    // object is a child of parent.
+    static QObject* publish(QObject* parent, PlaybackController& playback, PlaylistManager& playlists,
+                            Services& services, WindowRequests& window, const QDBusConnection& bus);
+
+    // How a PropertiesChanged signal leaves; tests take it instead of the bus.
+    std::function<void(const QDBusMessage&)> send;
 
     QString playbackStatus() const;
     double rate() const { return 1.0; }
     void setRate(double) {}
     QVariantMap metadata() const;
-    // sldVol 0..255 as 0.0..1.0.
+    // The volume 0..255 as 0.0..1.0.
     double volume() const;
     void setVolume(double volume);
     qlonglong position() const;
@@ -86,7 +96,9 @@ private:
     // The exact length of a song, from its MPEG frames, worked out in the background once per song.
     void measure(const QString& file);
 
-    TavoMP3PlayerMain& m_window;
+    PlaybackController& m_playback;
+    PlaylistManager& m_playlists;
+    Services& m_services;
     // Lengths in microseconds by file (0: not an MP3 the frame reader knows; the player's figure then).
     QHash<QString, qint64> m_lengths;
     QString m_measuring;

@@ -3,7 +3,7 @@
 #include <QDBusAbstractAdaptor>
 #include <QStringList>
 
-class TavoMP3PlayerMain;
+class WindowRequests;
 
 // org.mpris.MediaPlayer2: who we are for the desktop's player controls, and Raise/Quit.
 class MprisRootAdaptor : public QDBusAbstractAdaptor {
@@ -17,7 +17,7 @@ class MprisRootAdaptor : public QDBusAbstractAdaptor {
     Q_PROPERTY(QStringList SupportedUriSchemes READ supportedUriSchemes)
     Q_PROPERTY(QStringList SupportedMimeTypes READ supportedMimeTypes)
 public:
-    MprisRootAdaptor(QObject* exported, TavoMP3PlayerMain& window);
+    MprisRootAdaptor(QObject* exported, WindowRequests& window);
 
     bool canQuit() const { return true; }
     bool canRaise() const { return true; }
@@ -35,5 +35,5 @@ public slots:
     void Quit();
 
 private:
-    TavoMP3PlayerMain& m_window;
+    WindowRequests& m_window;
 };

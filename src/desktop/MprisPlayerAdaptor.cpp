@@ -1,14 +1,13 @@
-#include "app/MprisPlayerAdaptor.h"
+#include "desktop/MprisPlayerAdaptor.h"
 
-#include "app/MprisRootAdaptor.h"
-#include "app/TavoMP3PlayerMain.h"
 #include "base/ErrorReport.h"
+#include "base/Services.h"
 #include "base/StatusLine.h"
-#include "playback/PlaybackMonitor.h"
+#include "desktop/MprisRootAdaptor.h"
+#include "playback/PlaybackController.h"
 #include "player/PlayerLink.h"
-#include "playback/Transport.h"
 #include "playlist/PlaylistLine.h"
-#include "playback/SongSelection.h"
+#include "playlist/PlaylistManager.h"
 #include "reports/Mp3Info.h"
 
 #include <QCoreApplication>
@@ -16,7 +15,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QPointer>
-#include <QSlider>
 #include <QThreadPool>
 #include <QUrl>
 #include <cmath>
@@ -30,25 +28,26 @@ const QString kLength = QStringLiteral("mpris:length");
 constexpr qint64 kLengthWaitMs = 3000;
 } // namespace
 
-MprisPlayerAdaptor::MprisPlayerAdaptor(QObject* exported, TavoMP3PlayerMain& window,
+MprisPlayerAdaptor::MprisPlayerAdaptor(QObject* exported, PlaybackController& playback,
+                                       PlaylistManager& playlists, Services& services,
                                        const QDBusConnection& bus)
-    : QDBusAbstractAdaptor(exported), m_window(window), m_bus(bus) {
+    : QDBusAbstractAdaptor(exported), m_playback(playback), m_playlists(playlists), m_services(services),
+      m_bus(bus) {
+    send = [this](const QDBusMessage& message) { m_bus.send(message); };
     m_announced = current();
     // After the monitor's own tick handler: a song it started is already in the state.
-    connect(&window.playback().tmrTime, &QTimer::timeout, this, &MprisPlayerAdaptor::announceChanges);
-    connect(window.sldVol, &QSlider::valueChanged, this, &MprisPlayerAdaptor::announceChanges);
-    connect(&window.transport(), &Transport::indicatorsChanged, this, &MprisPlayerAdaptor::announceChanges);
-    connect(&window.songSelection(), &SongSelection::indicatorsChanged, this,
-            &MprisPlayerAdaptor::announceChanges);
-    connect(&window.songSelection(), &SongSelection::songStarted, this, &MprisPlayerAdaptor::announceChanges);
-    connect(&window.playback(), &PlaybackMonitor::indicatorsChanged, this,
-            &MprisPlayerAdaptor::announceChanges);
+    connect(&playback, &PlaybackController::polled, this, &MprisPlayerAdaptor::announceChanges);
+    connect(&playback, &PlaybackController::volumeChanged, this, &MprisPlayerAdaptor::announceChanges);
+    connect(&playback, &PlaybackController::indicatorsChanged, this, &MprisPlayerAdaptor::announceChanges);
+    connect(&playback, &PlaybackController::songStarted, this, &MprisPlayerAdaptor::announceChanges);
 }
 
-QObject* MprisPlayerAdaptor::publish(TavoMP3PlayerMain& window, const QDBusConnection& bus) {
-    auto* exported = new QObject(&window);
+QObject* MprisPlayerAdaptor::publish(QObject* parent, PlaybackController& playback,
+                                     PlaylistManager& playlists, Services& services, WindowRequests& window,
+                                     const QDBusConnection& bus) {
+    auto* exported = new QObject(parent);
     new MprisRootAdaptor(exported, window);
-    new MprisPlayerAdaptor(exported, window, bus);
+    new MprisPlayerAdaptor(exported, playback, playlists, services, bus);
     QDBusConnection(bus).registerObject(kObjectPath, exported, QDBusConnection::ExportAdaptors);
     return exported;
 }
@@ -60,10 +59,10 @@ QDBusObjectPath MprisPlayerAdaptor::trackId(int playlist, qint32 index) {
 }
 
 int MprisPlayerAdaptor::playerStatus() const {
-    if (!m_window.player().isRunning())
+    if (!m_playback.player().isRunning())
         return 0;
     try {
-        return m_window.player().WinampGetInfo(PlayerLink::InfoStatus).toInt();
+        return m_playback.player().WinampGetInfo(PlayerLink::InfoStatus).toInt();
     } catch (const std::exception&) {
         return 0;
     }
@@ -81,11 +80,11 @@ QString MprisPlayerAdaptor::playbackStatus() const {
 }
 
 QVariantMap MprisPlayerAdaptor::metadata() const {
-    const PlaybackState& state = m_window;
+    const PlaybackState& state = m_playback.state();
     const qint32 index = state.CurrentSongList == 1 ? state.PlaylistPosition : state.Playlist2Position;
     QVariantMap m;
     // No player, no track: what it played last is not playing any more.
-    if (state.CurrentSongFile.isEmpty() || !m_window.player().isRunning()) {
+    if (state.CurrentSongFile.isEmpty() || !m_playback.player().isRunning()) {
         m.insert(QStringLiteral("mpris:trackid"), QVariant::fromValue(QDBusObjectPath(kNoTrack)));
         return m;
     }
@@ -94,7 +93,7 @@ QVariantMap MprisPlayerAdaptor::metadata() const {
     // The name the lists show; the file's own name where that rule finds none.
     QString title;
     try {
-        title = PlaylistLine::FuncGetSongName(file + QStringLiteral(":5"), m_window.services().pathStyle);
+        title = PlaylistLine::FuncGetSongName(file + QStringLiteral(":5"), m_services.pathStyle);
     } catch (const std::exception&) {
     }
     if (title.isEmpty() || PlaylistLine::isErrorName(title))
@@ -105,7 +104,7 @@ QVariantMap MprisPlayerAdaptor::metadata() const {
     qint64 microseconds = m_lengths.value(file, -1);
     if (microseconds == 0) {
         try {
-            microseconds = m_window.player().lengthMicroseconds();
+            microseconds = m_playback.player().lengthMicroseconds();
         } catch (const std::exception&) {
         }
     }
@@ -140,7 +139,7 @@ void MprisPlayerAdaptor::measure(const QString& file) {
 }
 
 double MprisPlayerAdaptor::volume() const {
-    return m_window.sldVol->value() / 255.0;
+    return m_playback.volume() / 255.0;
 }
 
 void MprisPlayerAdaptor::setVolume(double volume) {
@@ -149,20 +148,14 @@ void MprisPlayerAdaptor::setVolume(double volume) {
     const int value = int(std::lround(qBound(0.0, volume, 1.0) * 255.0));
     // As if the slider had been dragged there and let go: the player hears it, the title comes back.
     run(
-        "Volume", QDBusMessage(),
-        [this, value] {
-            m_window.sldVol->setValue(value);
-            m_window.transport().VolumeReleased();
-            m_window.playback().VolumeReleased();
-        },
-        false);
+        "Volume", QDBusMessage(), [this, value] { m_playback.setVolumeFromDesktop(value); }, false);
 }
 
 qlonglong MprisPlayerAdaptor::position() const {
-    if (!m_window.player().isRunning())
+    if (!m_playback.player().isRunning())
         return 0;
     try {
-        return qMax<qlonglong>(0, m_window.player().WinampGetInfo(PlayerLink::InfoPosition).toLongLong()) *
+        return qMax<qlonglong>(0, m_playback.player().WinampGetInfo(PlayerLink::InfoPosition).toLongLong()) *
                1000;
     } catch (const std::exception&) {
         return 0;
@@ -170,29 +163,24 @@ qlonglong MprisPlayerAdaptor::position() const {
 }
 
 bool MprisPlayerAdaptor::shuffle() const {
-    return m_window.ShuffleStatus;
+    return m_playback.state().ShuffleStatus;
 }
 
 void MprisPlayerAdaptor::setShuffle(bool on) {
     run(
-        "Shuffle", QDBusMessage(),
-        [this, on] {
-            if (m_window.ShuffleStatus != on)
-                m_window.transport().ShuffleClick();
-        },
-        false);
+        "Shuffle", QDBusMessage(), [this, on] { m_playback.setShuffle(on); }, false);
 }
 
 void MprisPlayerAdaptor::Next(const QDBusMessage& call) {
-    run("Next", call, [this] { m_window.transport().Next(); });
+    run("Next", call, [this] { m_playback.next(); });
 }
 
 void MprisPlayerAdaptor::Previous(const QDBusMessage& call) {
-    run("Previous", call, [this] { m_window.transport().Previous(); });
+    run("Previous", call, [this] { m_playback.previous(); });
 }
 
 void MprisPlayerAdaptor::Stop(const QDBusMessage& call) {
-    run("Stop", call, [this] { m_window.transport().Stop(); });
+    run("Stop", call, [this] { m_playback.stop(); });
 }
 
 // The player's pause is a toggle: Pause only pauses a playing song, Play only resumes a paused one.
@@ -200,17 +188,16 @@ void MprisPlayerAdaptor::Stop(const QDBusMessage& call) {
 void MprisPlayerAdaptor::Pause(const QDBusMessage& call) {
     run("Pause", call, [this] {
         if (playerStatus() == 1)
-            m_window.transport().Pause();
+            m_playback.pause();
     });
 }
 
 void MprisPlayerAdaptor::PlayPause(const QDBusMessage& call) {
     run("PlayPause", call, [this] {
         if (playerStatus() != 0)
-            m_window.transport().Pause();
+            m_playback.pause();
         else
-            m_window.transport().Play(
-                m_window.playlists().list(m_window.mainPlaylistActive ? 1 : 2).currentRow());
+            m_playback.playSelected();
     });
 }
 
@@ -218,10 +205,9 @@ void MprisPlayerAdaptor::Play(const QDBusMessage& call) {
     run("Play", call, [this] {
         const int status = playerStatus();
         if (status == 3)
-            m_window.transport().Pause();
+            m_playback.pause();
         else if (status == 0)
-            m_window.transport().Play(
-                m_window.playlists().list(m_window.mainPlaylistActive ? 1 : 2).currentRow());
+            m_playback.playSelected();
     });
 }
 
@@ -233,7 +219,7 @@ void MprisPlayerAdaptor::OpenUri(const QString& uri, const QDBusMessage& call) {
 
 void MprisPlayerAdaptor::run(const char* command, const QDBusMessage& call, std::function<void()> body,
                              bool needsPlayer) {
-    if (needsPlayer && !m_window.player().canPlay()) {
+    if (needsPlayer && !m_playback.player().canPlay()) {
         refuse(QStringLiteral("Mediensteuerung: \"") + QLatin1String(command) +
                    QStringLiteral("\" nicht ausgeführt - es läuft kein Player. Bitte den Player-Pfad in den "
                                   "Einstellungen prüfen oder das Programm neu starten."),
@@ -244,7 +230,7 @@ void MprisPlayerAdaptor::run(const char* command, const QDBusMessage& call, std:
     QMetaObject::invokeMethod(
         this,
         [this, place, body] {
-            ErrorReport::guard(m_window.services().dialogs, place, [&body](int& line) {
+            ErrorReport::guard(m_services.dialogs, place, [&body](int& line) {
                 line = 1;
                 body();
             });
@@ -254,7 +240,7 @@ void MprisPlayerAdaptor::run(const char* command, const QDBusMessage& call, std:
 }
 
 void MprisPlayerAdaptor::refuse(const QString& text, const QDBusMessage& call) {
-    m_window.services().status.setText(text);
+    m_services.status.setText(text);
     if (call.type() != QDBusMessage::MethodCallMessage)
         return;
     call.setDelayedReply(true);
@@ -269,8 +255,8 @@ QVariantMap MprisPlayerAdaptor::current() const {
 }
 
 void MprisPlayerAdaptor::announceChanges() {
-    if (m_window.player().isRunning())
-        measure(m_window.CurrentSongFile);
+    if (m_playback.player().isRunning())
+        measure(m_playback.state().CurrentSongFile);
     QVariantMap now = current();
     const QVariantMap track = now.value(kMetadata).toMap();
     const QVariant trackId = track.value(QStringLiteral("mpris:trackid"));
@@ -293,5 +279,5 @@ void MprisPlayerAdaptor::announceChanges() {
     QDBusMessage signal = QDBusMessage::createSignal(
         kObjectPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("PropertiesChanged"));
     signal << QStringLiteral("org.mpris.MediaPlayer2.Player") << changed << QStringList();
-    m_bus.send(signal);
+    send(signal);
 }
