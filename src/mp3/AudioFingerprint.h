@@ -21,9 +21,13 @@ struct AudioFingerprint {
     friend bool operator==(const AudioFingerprint&, const AudioFingerprint&) = default;
 
     struct Reading;
-    // Reads one file. `wanted`, when given, is asked with the audio length before the audio is
-    // hashed; false leaves the hashing out. `cancel` is looked at between blocks of a large file.
-    static Reading read(const QString& path, const std::function<bool(std::uint64_t)>& wanted = {},
+    using KnownStamp = std::function<std::optional<AudioFingerprint>(const FileStamp&)>;
+    // Reads one file. `known`, when given, is asked with the stamp of the file once it is open: a
+    // fingerprint it has for that stamp is taken and nothing is read. `wanted`, when given, is asked
+    // with the audio length before the audio is hashed; false leaves the hashing out. `cancel` is
+    // looked at between blocks of a large file.
+    static Reading read(const QString& path, const KnownStamp& known = {},
+                        const std::function<bool(std::uint64_t)>& wanted = {},
                         const std::atomic<bool>* cancel = nullptr);
 };
 

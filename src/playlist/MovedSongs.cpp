@@ -29,8 +29,11 @@ int carryPriorities(const QStringList& old, qint16 oldUpper, QStringList& fresh,
     for (qsizetype i = 0; i <= oldUpper; ++i)
         if (!old.at(i).isEmpty() && !freshKeys.contains(keyOf(old.at(i))))
             gone.append(i);
-    if (gone.isEmpty())
-        return 0; // an unchanged collection costs no more than this look
+    // Every old entry still there and no more entries than before: nothing is new, and an unchanged
+    // collection costs no more than this look. (Only a list that named a file twice could hide a
+    // new one here; it is learnt when the list is loaded next.)
+    if (gone.isEmpty() && fresh.size() == qsizetype(oldUpper) + 1)
+        return 0;
 
     // Gone files are known by what was remembered of them.
     QStringList gonePaths;
@@ -44,16 +47,17 @@ int carryPriorities(const QStringList& old, qint16 oldUpper, QStringList& fresh,
         }
     }
 
-    int moved = 0;
-    const QSet<QStringView> oldKeys = goneByAudio.isEmpty() ? QSet<QStringView>() : keysOf(old, oldUpper);
+    const QSet<QStringView> oldKeys = keysOf(old, oldUpper);
     QList<qsizetype> newcomers;
     QStringList newPaths;
-    for (qsizetype j = 0; j < fresh.size() && !goneByAudio.isEmpty(); ++j)
+    for (qsizetype j = 0; j < fresh.size(); ++j)
         if (!fresh.at(j).isEmpty() && !oldKeys.contains(keyOf(fresh.at(j)))) {
             newcomers.append(j);
             newPaths.append(keyOf(fresh.at(j)).toString());
         }
-    if (!newcomers.isEmpty()) {
+
+    int moved = 0;
+    if (!goneByAudio.isEmpty() && !newcomers.isEmpty()) {
         const QList<std::optional<AudioFingerprint>> found = identities.identifyNow(newPaths, audioLengths);
         QHash<AudioFingerprint, QList<qsizetype>> newByAudio;
         for (qsizetype k = 0; k < newcomers.size(); ++k)
@@ -70,8 +74,10 @@ int carryPriorities(const QStringList& old, qint16 oldUpper, QStringList& fresh,
         }
     }
     // Records of files that are really gone are dropped; those of a disk that is only not there now
-    // go too and are read again when it comes back.
+    // go too and are read again when it comes back. New files not read yet are learnt in the
+    // background.
     identities.forgetMissing(gonePaths);
+    identities.rememberPaths(newPaths);
     return moved;
 }
 

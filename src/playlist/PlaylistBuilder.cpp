@@ -101,6 +101,8 @@ void PlaylistBuilder::BUpdateList() {
         loops = mergePriorities(m_playlists.PlaylistPaths, oldUpper, fresh);
         if (identities)
             moved = MovedSongs::carryPriorities(m_playlists.PlaylistPaths, oldUpper, fresh, *identities);
+    } else if (identities) {
+        identities->rememberLines(fresh); // nothing to compare with: every file is new
     }
 
     PlaylistListModel& box = m_playlists.list(1);
@@ -133,8 +135,6 @@ void PlaylistBuilder::BUpdateList() {
     box.addItems(rows);
     m_playlists.PlaylistChanged = true;
     emit m_playlists.historyResetRequested();
-    if (identities)
-        identities->rememberLines(fresh);
 
     const QString movedText =
         identities ? QStringLiteral("   Verschoben: ") + QString::number(moved) : QString();

@@ -53,6 +53,10 @@ void SongIdentities::rememberLines(const QStringList& lines, bool recheck) {
     enqueue(lines, recheck ? Kind::RecheckLine : Kind::LearnLine);
 }
 
+void SongIdentities::rememberPaths(const QStringList& paths) {
+    enqueue(paths, Kind::Learn);
+}
+
 void SongIdentities::remember(const QString& path) {
     enqueue(QStringList{path}, Kind::Recheck);
 }
@@ -195,8 +199,9 @@ void SongIdentities::workOn(std::unique_lock<std::mutex>& lock) {
             const QString item = batch.items.at(batch.next++);
             const Kind kind = batch.kind;
             ++m_runDone;
-            // A song of a list that is known already costs no look at the disk.
-            if (kind == Kind::LearnLine && m_records.contains(pathOfLine(item)))
+            // A song that is known already costs no look at the disk.
+            if ((kind == Kind::LearnLine && m_records.contains(pathOfLine(item))) ||
+                (kind == Kind::Learn && m_records.contains(item)))
                 continue;
             lock.unlock();
             process(item, kind);
@@ -229,6 +234,7 @@ void SongIdentities::process(const QString& item, Kind kind) {
         if (const QString path = pathOfLine(item); !path.isEmpty())
             identify(path, nullptr);
         break;
+    case Kind::Learn:
     case Kind::Recheck:
         identify(item, nullptr);
         break;
@@ -258,33 +264,29 @@ std::optional<AudioFingerprint> SongIdentities::identify(const QString& path, co
         if (it != m_records.cend())
             known = *it;
     }
-    const FileStamp stamp = FileStamp::of(path);
-    if (!stamp.isFile())
-        return std::nullopt;
-    if (known && known->stamp == stamp)
-        return known->fingerprint;
-    if (stamp.hasInode()) {
-        std::lock_guard lock(m_mutex);
-        if (const std::optional<AudioFingerprint> same = sameFile(stamp)) {
-            store(path, {stamp, *same});
-            return same;
-        }
+    if (known) {
+        // A known path: one look at its stamp tells whether it changed.
+        const FileStamp stamp = FileStamp::of(path);
+        if (!stamp.isFile())
+            return std::nullopt;
+        if (stamp == known->stamp)
+            return known->fingerprint;
     }
+    // Otherwise the file is opened at once: its stamp comes with the open file, and the same file
+    // under another name is known from it without reading.
+    const AudioFingerprint::KnownStamp sameFileAs = [this](const FileStamp& stamp) {
+        std::lock_guard lock(m_mutex);
+        return stamp.hasInode() ? sameFile(stamp) : std::nullopt;
+    };
     std::function<bool(std::uint64_t)> accept;
     if (wanted)
         accept = [wanted](std::uint64_t audioBytes) { return wanted->contains(audioBytes); };
-    const AudioFingerprint::Reading reading = AudioFingerprint::read(path, accept, &m_stop);
-    std::lock_guard lock(m_mutex);
+    const AudioFingerprint::Reading reading = AudioFingerprint::read(path, sameFileAs, accept, &m_stop);
     if (reading.fingerprint) {
+        std::lock_guard lock(m_mutex);
         store(path, {reading.stamp, *reading.fingerprint});
-        return reading.fingerprint;
     }
-    if (wanted && reading.audioBytes.value_or(0) > 0 && !m_stop) {
-        // Not one of the songs the update looks for: learnt later, in full.
-        ++m_runTotal;
-        m_batches.push_back({QStringList{path}, Kind::Recheck});
-    }
-    return std::nullopt;
+    return reading.fingerprint;
 }
 
 std::optional<AudioFingerprint> SongIdentities::sameFile(const FileStamp& stamp) const {

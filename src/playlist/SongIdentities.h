@@ -40,6 +40,8 @@ public:
     // the background. With `recheck`, known ones are looked at too and read again when their size
     // or modification time changed.
     void rememberLines(const QStringList& lines, bool recheck = false);
+    // Songs seen on disk, by path: those the cache does not know are read in the background.
+    void rememberPaths(const QStringList& paths);
     // One song seen on its own (played, reported): read again when it changed.
     void remember(const QString& path);
 
@@ -48,9 +50,9 @@ public:
     std::optional<AudioFingerprint> remembered(const QString& path);
     // The fingerprints of files on disk now: from the cache where the file is unchanged or the same
     // file under another name, else read. Only audio of one of the lengths in `audioBytes` is
-    // hashed; the other files come back without a fingerprint now and are read later in the
-    // background. The caller waits; the window keeps painting meanwhile (user input waits for the
-    // end), and a run of more than half a second shows its progress in the status line.
+    // hashed; the other files come back without a fingerprint (the caller has them learnt later).
+    // The caller waits; the window keeps painting meanwhile (user input waits for the end), and a
+    // run of more than half a second shows its progress in the status line.
     QList<std::optional<AudioFingerprint>> identifyNow(const QStringList& paths,
                                                        const QSet<quint64>& audioBytes);
     // Drops, in the background, the records of these paths whose files no longer exist.
@@ -60,7 +62,7 @@ public:
     void waitUntilIdle();
 
 private:
-    enum class Kind : quint8 { LearnLine, RecheckLine, Recheck, Forget };
+    enum class Kind : quint8 { LearnLine, RecheckLine, Learn, Recheck, Forget };
     struct Batch {
         QStringList items;
         Kind kind;

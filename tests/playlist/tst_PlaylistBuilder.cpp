@@ -50,10 +50,11 @@ struct Build {
     }
 };
 
-// A song with its own audio (seed), behind an ID3v2 tag. Variant 'x': another song of the same
-// length; 't': the same audio with its tags edited (a larger ID3v2 tag, an ID3v1 tag behind).
+// A song with its own audio (seed), behind an ID3v2 tag, large enough to be read in blocks. Variant
+// 'x': another song of the same length; 't': the same audio with its tags edited (a larger ID3v2
+// tag, an ID3v1 tag behind).
 bool writeSong(const QString& path, const QString& spec) {
-    QByteArray audio = Mp3Synth::cbrFrames(Mp3Synth::Frame{}, 10 + spec.at(0).digitValue());
+    QByteArray audio = Mp3Synth::cbrFrames(Mp3Synth::Frame{}, 700 + spec.at(0).digitValue());
     if (spec.endsWith(u'x'))
         audio[200] = '\x55';
     const bool tagged = spec.endsWith(u't');
