@@ -23,7 +23,8 @@ class StatusLine;
 // for the files it needs at once, while the window keeps painting. The records live in the file
 // given (SongIdentityFile), which is loaded on first use and saved after every run; without it
 // nothing is known and nothing is recognised, which changes nothing else.
-// Only MP3 files are read (by their names); the others are never recognised.
+// Only MP3 files are read (by their names); the others are never recognised. Its operations are
+// called from the thread that made it (the window's).
 class SongIdentities : public QObject {
     Q_OBJECT
 public:
