@@ -13,6 +13,7 @@ constexpr qint64 kSaveEveryMs = 30000;
 // Progress texts only for runs that last: a short one would just flicker in the status line.
 constexpr qint64 kShowBackgroundAfterMs = 2000;
 constexpr qint64 kShowWaitAfterMs = 500;
+constexpr qint64 kLeaveOtherTextMs = 10000;
 
 QString pathOfLine(const QString& line) {
     return line.size() > 2 ? line.chopped(2) : QString();
@@ -351,6 +352,15 @@ void SongIdentities::showProgress() {
     }
     if (waiting || m_runClock.elapsed() < kShowBackgroundAfterMs)
         return;
+    if (m_progressShown && m_status->text() != m_shownText) {
+        // Another message came meanwhile (a first run can last hours): it is left to be read for a
+        // while before the progress comes back.
+        if (!m_otherTextSince.isValid())
+            m_otherTextSince.start();
+        if (m_otherTextSince.elapsed() < kLeaveOtherTextMs)
+            return;
+    }
+    m_otherTextSince.invalidate();
     m_shownText = QStringLiteral("Songerkennung: ") + QString::number(done) + QStringLiteral(" von ") +
                   QString::number(total) + QStringLiteral(" Songs");
     m_status->setText(m_shownText);

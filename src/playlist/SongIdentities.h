@@ -114,4 +114,5 @@ private:
     QTimer m_progressTimer;
     bool m_progressShown = false;
     QString m_shownText;
+    QElapsedTimer m_otherTextSince;
 };
