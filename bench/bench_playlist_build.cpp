@@ -6,15 +6,11 @@
 // - sorting 30 000 lines stays well under a second;
 // - updating a 30 000-entry playlist against an unchanged tree is linear in the merge
 //   (BM_MergeUnchanged reports its complexity).
-#include "base/Clock.h"
-#include "base/RandomSource.h"
-#include "base/SettingsStore.h"
-#include "base/StatusLine.h"
+#include "BenchServices.h"
 #include "playlist/FolderLister.h"
 #include "playlist/PlaylistBuilder.h"
 #include "playlist/PlaylistManager.h"
 #include "playlist/PlaylistSort.h"
-#include "ui/QtDialogs.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -31,16 +27,6 @@
 #include <vector>
 
 namespace {
-
-struct BenchServices {
-    QTemporaryDir dir;
-    IniSettingsStore settings{dir.filePath(QStringLiteral("bench.ini"))};
-    QtDialogs dialogs;
-    SystemClock clock;
-    SeededRandom random{1};
-    StatusLine status;
-    Services services{settings, dialogs, clock, random, status};
-};
 
 void touch(const QString& path) {
     QFile(path).open(QIODevice::WriteOnly);
@@ -113,11 +99,6 @@ void listRecursively(const QByteArray& folder, QStringList& out) {
             out.append(QFile::decodeName(path));
     }
     closedir(dir);
-}
-
-double median(std::vector<double> runs) {
-    std::sort(runs.begin(), runs.end());
-    return runs[runs.size() / 2];
 }
 
 double plainSortedListingSeconds(const QString& root) {

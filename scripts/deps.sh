@@ -5,7 +5,7 @@ set -euo pipefail
 packages=(
     cmake ninja-build g++ ccache pkg-config
     qt6-base-dev qt6-translations-l10n
-    libbenchmark-dev libtag1-dev libsodium-dev openssl
+    libbenchmark-dev libtag1-dev libsodium-dev libxxhash-dev openssl
     mpv lame clang-14 libclang-rt-14-dev
     xvfb xauth imagemagick xdotool trayer x11-utils
     dbus dbus-x11 at-spi2-core python3-pyatspi gir1.2-atspi-2.0 python3-gi

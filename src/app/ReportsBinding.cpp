@@ -2,6 +2,7 @@
 
 #include "app/MainWindowUi.h"
 #include "playlist/PlaylistLine.h"
+#include "playlist/SongIdentities.h"
 #include "program/ProgramCore.h"
 #include "reports/BitrateReport.h"
 #include "reports/Mp3Info.h"
@@ -48,13 +49,21 @@ void ReportsBinding::BReportBitrate_Click() {
             m_ui.FTest->repaint();
         };
         hooks.escapePressed = [&escape] { return escape.poll(); };
+        rememberSongs();
         report.Run(m_core.playlists().PlaylistPaths, hooks, line);
     });
+}
+
+void ReportsBinding::rememberSongs() {
+    // The songs a report reads are songs seen: their identities let them keep their priorities.
+    if (SongIdentities* identities = m_core.services().songIdentities)
+        identities->rememberLines(m_core.playlists().PlaylistPaths);
 }
 
 void ReportsBinding::BReportPrio_Click() {
     handle(QStringLiteral("BReportPrio_Click"), [this](int& line) {
         PriorityReport report(m_core.services(), m_core.PriorityReportPath);
+        rememberSongs();
         // The counter is repainted while the loop runs; a 30 000-entry list must not spend its
         // time painting, so the label is painted at most every 40 ms.
         QElapsedTimer sincePaint;

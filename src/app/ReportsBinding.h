@@ -13,4 +13,5 @@ public:
 
 private:
     void showSongHistogram(int row);
+    void rememberSongs();
 };

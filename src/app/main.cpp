@@ -11,6 +11,7 @@
 #include "desktop/MprisPlayerAdaptor.h"
 #include "desktop/SingleInstance.h"
 #include "player/MpvLink.h"
+#include "playlist/SongIdentities.h"
 #include "power/SystemPowerOff.h"
 #include "program/ProgramCore.h"
 #include "ui/QtDialogs.h"
@@ -54,7 +55,9 @@ int main(int argc, char* argv[]) {
     SystemPowerOff power;
     app.setDialogs(&dialogs);
     MpvLink player(status, dialogs);
+    SongIdentities identities(SongIdentities::defaultCacheFile(), &status);
     Services services{settings, dialogs, clock, random, status, Paths::nativeStyle(), &power, &player};
+    services.songIdentities = &identities;
     SingleInstance instance(QDBusConnection::sessionBus(), SingleInstance::defaultSocketPath());
 
     int line = 1;

@@ -8,10 +8,11 @@
 #include "base/Services.h"
 #include "base/StatusLine.h"
 #include "playback/PlaybackState.h"
-#include "player/PlayerLink.h"
 #include "playback/PrevSongs.h"
+#include "player/PlayerLink.h"
 #include "playlist/PlaylistLine.h"
 #include "playlist/PlaylistManager.h"
+#include "playlist/SongIdentities.h"
 
 #include <cmath>
 #include <limits>
@@ -77,6 +78,9 @@ void SongSelection::PlaySong(qint32 position, qint16 n) {
             throw RuntimeError::invalidCall();
         const QString file = PlaylistLine::path(line);
         m_state.CurrentSongFile = file;
+        // A song played is a song seen: its identity lets it keep its priority when it moves.
+        if (m_services.songIdentities)
+            m_services.songIdentities->remember(file);
         m_state.CurrentSongList = n == 1 ? 1 : 2;
         if (n == 1 && m_history.AddToPrevSongs(position))
             emit historyChanged();

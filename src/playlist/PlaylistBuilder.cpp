@@ -4,10 +4,12 @@
 #include "base/Clock.h"
 #include "base/NumberText.h"
 #include "base/StatusLine.h"
+#include "playlist/MovedSongs.h"
 #include "playlist/MusicFolderWalk.h"
 #include "playlist/PlaylistLine.h"
 #include "playlist/PlaylistManager.h"
 #include "playlist/PlaylistSort.h"
+#include "playlist/SongIdentities.h"
 
 namespace {
 
@@ -54,6 +56,8 @@ void PlaylistBuilder::BCreateList() {
     m_playlists.FuncDisplayPlaylist(true, 1);
     m_playlists.PlaylistChanged = true;
     emit m_playlists.historyResetRequested();
+    if (SongIdentities* identities = m_services.songIdentities)
+        identities->rememberLines(m_playlists.PlaylistPaths, true);
 
     m_services.status.setText(elapsedText(m_services.clock, started) + QStringLiteral("s  -  Einträge: ") +
                               QString::number(count) + skipped);
@@ -91,8 +95,15 @@ void PlaylistBuilder::BUpdateList() {
 
     // A playlist of one entry is not merged: that entry's priority is lost.
     qint32 loops = 0;
-    if (oldUpper != 0)
+    int moved = 0;
+    SongIdentities* identities = m_services.songIdentities;
+    if (oldUpper != 0) {
         loops = mergePriorities(m_playlists.PlaylistPaths, oldUpper, fresh);
+        if (identities)
+            moved = MovedSongs::carryPriorities(m_playlists.PlaylistPaths, oldUpper, fresh, *identities);
+    } else if (identities) {
+        identities->rememberLines(fresh); // nothing to compare with: every file is new
+    }
 
     PlaylistListModel& box = m_playlists.list(1);
     box.clear();
@@ -125,8 +136,10 @@ void PlaylistBuilder::BUpdateList() {
     m_playlists.PlaylistChanged = true;
     emit m_playlists.historyResetRequested();
 
+    const QString movedText =
+        identities ? QStringLiteral("   Verschoben: ") + QString::number(moved) : QString();
     m_services.status.setText(elapsedText(m_services.clock, started) + QStringLiteral("s   Schleifen: ") +
                               QString::number(loops) + QStringLiteral("   Liste neu: ") +
                               QString::number(fresh.size() - 1) + QStringLiteral("  Liste vorher: ") +
-                              QString::number(oldUpper) + skipped);
+                              QString::number(oldUpper) + movedText + skipped);
 }

@@ -10,6 +10,7 @@
 #include "playlist/M3uPlaylist.h"
 #include "playlist/PlaylistFile.h"
 #include "playlist/PlaylistLine.h"
+#include "playlist/SongIdentities.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -99,6 +100,8 @@ QString PlaylistManager::readPlaylist(const QString& file, int n, LoadRecord& re
     if (n == 1)
         PlaylistNames = names.isEmpty() ? QStringList{QString()} : names;
     box.addItems(rows);
+    if (m_services.songIdentities)
+        m_services.songIdentities->rememberLines(paths(n));
 
     const double seconds = NumberText::roundHalfEven(m_services.clock.secondsOfDay() - started, 2);
     QString text = QStringLiteral("Playliste ") + QString::number(n) +

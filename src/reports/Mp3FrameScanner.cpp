@@ -1,7 +1,7 @@
 #include "reports/Mp3FrameScanner.h"
 
-#include "reports/Mp3ByteSource.h"
-#include "reports/Mp3TagBounds.h"
+#include "mp3/Mp3ByteSource.h"
+#include "mp3/Mp3TagBounds.h"
 
 #include <cmath>
 #include <cstring>

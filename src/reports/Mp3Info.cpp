@@ -1,6 +1,6 @@
 #include "reports/Mp3Info.h"
 
-#include "reports/Mp3ByteSource.h"
+#include "mp3/FileByteSource.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -8,36 +8,6 @@
 #include <limits>
 
 namespace {
-
-// The file read without Qt's own buffer: the frame reader already asks for 64 KiB blocks.
-class FileByteSource : public Mp3ByteSource {
-public:
-    explicit FileByteSource(QFile& file) : m_file(file), m_size(std::uint64_t(file.size())) {}
-    std::uint64_t size() const override { return m_size; }
-    std::size_t readAt(std::uint64_t offset, unsigned char* destination, std::size_t n) override {
-        if (m_failed)
-            return 0;
-        if (offset != m_position && !m_file.seek(qint64(offset))) {
-            m_failed = true;
-            return 0;
-        }
-        const qint64 got = m_file.read(reinterpret_cast<char*>(destination), qint64(n));
-        if (got < 0) {
-            m_failed = true;
-            m_position = std::numeric_limits<std::uint64_t>::max();
-            return 0;
-        }
-        m_position = offset + std::uint64_t(got);
-        return std::size_t(got);
-    }
-    bool failed() const override { return m_failed; }
-
-private:
-    QFile& m_file;
-    std::uint64_t m_size;
-    std::uint64_t m_position = 0;
-    bool m_failed = false;
-};
 
 qint32 clampToInt32(double value) {
     if (value >= double(std::numeric_limits<qint32>::max()))

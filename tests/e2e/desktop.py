@@ -160,11 +160,13 @@ class Run:
         self.failures = []
 
     def env(self, **extra):
-        """The accessibility bus with design names, and a private runtime folder for the player's socket."""
+        """The accessibility bus with design names, a private runtime folder for the player's socket, and a private
+        cache folder for what the program remembers of songs."""
         self.runtime = os.path.join(self.folder, "runtime")
         os.makedirs(self.runtime, mode=0o700, exist_ok=True)
         env = dict(os.environ, XDG_CONFIG_HOME=self.config, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
-                   XDG_RUNTIME_DIR=self.runtime, TAVOMP3_AUTOMATION_IDS="1", TAVOMP3_POWEROFF_COMMAND="true",
+                   XDG_RUNTIME_DIR=self.runtime, XDG_CACHE_HOME=os.path.join(self.folder, "cache"),
+                   TAVOMP3_AUTOMATION_IDS="1", TAVOMP3_POWEROFF_COMMAND="true",
                    QT_QPA_PLATFORM="xcb")
         return {**env, **extra}
 

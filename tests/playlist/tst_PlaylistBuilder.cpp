@@ -3,10 +3,14 @@
 #include "playlist/PlaylistBuilder.h"
 #include "playlist/PlaylistLine.h"
 #include "playlist/PlaylistManager.h"
+#include "playlist/SongIdentities.h"
 #include "support/FakeFolderTree.h"
+#include "support/FileBytes.h"
+#include "support/Mp3Synth.h"
 #include "support/TempMusicTree.h"
 #include "support/TestServices.h"
 
+#include <QDir>
 #include <QLocale>
 #include <QSignalSpy>
 #include <QTest>
@@ -45,6 +49,19 @@ struct Build {
         playlists.PlaylistChanged = false;
     }
 };
+
+// A song with its own audio (seed), behind an ID3v2 tag, large enough to be read in blocks. Variant
+// 'x': another song of the same length; 't': the same audio with its tags edited (a larger ID3v2
+// tag, an ID3v1 tag behind).
+bool writeSong(const QString& path, const QString& spec) {
+    QByteArray audio = Mp3Synth::cbrFrames(Mp3Synth::Frame{}, 700 + spec.at(0).digitValue());
+    if (spec.endsWith(u'x'))
+        audio[200] = '\x55';
+    const bool tagged = spec.endsWith(u't');
+    QDir().mkpath(QFileInfo(path).path());
+    return FileBytes::write(path, Mp3Synth::id3v2(tagged ? 500 : 40) + audio +
+                                      (tagged ? Mp3Synth::id3v1() : QByteArray()));
+}
 
 } // namespace
 
@@ -317,6 +334,102 @@ private slots:
         QVERIFY(u.playlists.PlaylistChanged);
         QCOMPARE(resets.count(), 2);
         QCOMPARE(u.t.status.text(), status.replace(u"<root>"_s, music.root()));
+    }
+
+    // A list with priorities 1, 2, 3, 4, 0 is built and saved and the program closed; songs are moved
+    // on disk (">" rename, "+" copy, "-" delete, "=" write a song) and the remembered identities
+    // damaged; the program starts, loads the list and updates it. Songs whose audio is found at
+    // exactly one new path keep their priority there; afterwards the cache knows the files listed.
+    void recognisesMovedSongs_data() {
+        QTest::addColumn<QString>("changes");
+        QTest::addColumn<QString>("cache");
+        QTest::addColumn<QString>("result");
+        QTest::addColumn<int>("moved");
+        const QString unmoved = u"B/drei.mp3:3|B/vier.mp3:4|C/fuenf.mp3:0"_s;
+        QTest::newRow("folder renamed")
+            << u"A > A (2001)"_s << QString() << u"A (2001)/eins.mp3:1|A (2001)/zwei.mp3:2|"_s + unmoved << 2;
+        QTest::newRow("renamed in place")
+            << u"B/drei.mp3 > B/drei (live).mp3"_s << QString()
+            << u"A/eins.mp3:1|A/zwei.mp3:2|B/drei (live).mp3:3|B/vier.mp3:4|C/fuenf.mp3:0"_s << 1;
+        QTest::newRow("copied to another disk under another name, then deleted")
+            << u"B/vier.mp3 + D/4.mp3|-B/vier.mp3"_s << QString()
+            << u"A/eins.mp3:1|A/zwei.mp3:2|B/drei.mp3:3|C/fuenf.mp3:0|D/4.mp3:4"_s << 1;
+        QTest::newRow("tags edited after the move")
+            << u"C/fuenf.mp3 > D/fuenf.mp3|D/fuenf.mp3=5t"_s << QString()
+            << u"A/eins.mp3:1|A/zwei.mp3:2|B/drei.mp3:3|B/vier.mp3:4|D/fuenf.mp3:0"_s << 1;
+        QTest::newRow("two copies of one song")
+            << u"A/zwei.mp3 + D/zwei.mp3|A/zwei.mp3 > E/zwei.mp3"_s << QString()
+            << u"A/eins.mp3:1|B/drei.mp3:3|B/vier.mp3:4|C/fuenf.mp3:0|D/zwei.mp3:5|E/zwei.mp3:5"_s << 0;
+        QTest::newRow("another song of the same name and length")
+            << u"-B/drei.mp3|D/drei.mp3=3x"_s << QString()
+            << u"A/eins.mp3:1|A/zwei.mp3:2|B/vier.mp3:4|C/fuenf.mp3:0|D/drei.mp3:5"_s << 0;
+        const QString allNew = u"A (2001)/eins.mp3:5|A (2001)/zwei.mp3:5|"_s + unmoved;
+        QTest::newRow("cache missing") << u"A > A (2001)"_s << u"missing"_s << allNew << 0;
+        QTest::newRow("cache garbage") << u"A > A (2001)"_s << u"garbage"_s << allNew << 0;
+        // Records are kept sorted by path: the cut costs the last one, C/fuenf.mp3.
+        QTest::newRow("cache cut off in its last line")
+            << u"A > A (2001)|C/fuenf.mp3 > C/5.mp3"_s << u"truncated"_s
+            << u"A (2001)/eins.mp3:1|A (2001)/zwei.mp3:2|B/drei.mp3:3|B/vier.mp3:4|C/5.mp3:5"_s << 2;
+    }
+    void recognisesMovedSongs() {
+        QFETCH(QString, changes);
+        QFETCH(QString, cache);
+        QFETCH(QString, result);
+        QFETCH(int, moved);
+        TempMusicTree music;
+        const QString songs = u"A/eins.mp3=1|A/zwei.mp3=2|B/drei.mp3=3|B/vier.mp3=4|C/fuenf.mp3=5"_s;
+        for (const QString& song : list(songs))
+            QVERIFY(writeSong(music.path(song.section(u'=', 0, 0)), song.section(u'=', 1)));
+        const QString cacheFile = music.path(u".cache/SongIdentities.txt"_s);
+        const QString playlist = music.path(u".liste.txt"_s);
+        Build u(music.root());
+        {
+            SongIdentities before(cacheFile);
+            u.t.services.songIdentities = &before;
+            u.buildWith(music, u"A/eins.mp3:1|A/zwei.mp3:2|B/drei.mp3:3|B/vier.mp3:4|C/fuenf.mp3:0"_s);
+            u.playlists.FuncSavePlaylist(playlist, 1);
+            before.waitUntilIdle();
+        }
+
+        for (const QString& change : list(changes)) {
+            const QStringList move = change.split(u" > "_s), copy = change.split(u" + "_s);
+            if (move.size() == 2)
+                QVERIFY(QDir().mkpath(QFileInfo(music.path(move[1])).path()) &&
+                        QDir().rename(music.path(move[0]), music.path(move[1])));
+            else if (copy.size() == 2)
+                QVERIFY(QDir().mkpath(QFileInfo(music.path(copy[1])).path()) &&
+                        QFile::copy(music.path(copy[0]), music.path(copy[1])));
+            else if (change.startsWith(u'-'))
+                QVERIFY(QFile::remove(music.path(change.mid(1))));
+            else
+                QVERIFY(writeSong(music.path(change.section(u'=', 0, 0)), change.section(u'=', 1)));
+        }
+        const QByteArray remembered = FileBytes::read(cacheFile);
+        if (cache == u"missing"_s)
+            QVERIFY(QFile::remove(cacheFile));
+        else if (cache == u"truncated"_s)
+            QVERIFY(FileBytes::write(cacheFile, remembered.chopped(10)));
+        else if (cache == u"garbage"_s)
+            QVERIFY(FileBytes::write(cacheFile, SongIdentityFile::kHeader + Mp3Synth::junk(4096, 7)));
+
+        SongIdentities after(cacheFile);
+        u.t.services.songIdentities = &after;
+        u.playlists.FuncReadPlaylistAndDisplay(playlist, true, 1);
+        u.builder.BUpdateList();
+        QStringList expected;
+        for (const QString& r : list(result))
+            expected << music.line(r.chopped(2), r.back().toLatin1());
+        QCOMPARE(u.playlists.PlaylistPaths, expected);
+        QVERIFY2(u.t.status.text().endsWith(u"   Verschoben: %1"_s.arg(moved)),
+                 qPrintable(u.t.status.text()));
+
+        after.waitUntilIdle();
+        QStringList known = SongIdentityFile::read(cacheFile).keys(), listed;
+        for (const QString& line : expected)
+            listed << line.chopped(2);
+        known.sort();
+        listed.sort();
+        QCOMPARE(known, listed);
     }
 };
 

@@ -3,7 +3,7 @@
 
 // The built-in MP3 frame reader on synthesized files whose frame counts are known by
 // construction.
-#include "reports/Mp3ByteSource.h"
+#include "mp3/Mp3ByteSource.h"
 #include "reports/Mp3FrameScanner.h"
 #include "reports/Mp3Info.h"
 #include "support/FileBytes.h"

@@ -18,15 +18,16 @@ if(NOT _probe_result EQUAL 0)
 endif()
 
 set(_src ${CMAKE_SOURCE_DIR}/src/reports)
+set(_mp3 ${CMAKE_SOURCE_DIR}/src/mp3)
 set(_fuzz_sources ${CMAKE_CURRENT_LIST_DIR}/fuzz_Mp3FrameScanner.cpp ${_src}/Mp3FrameScanner.cpp
-    ${_src}/MpegFrameHeader.cpp ${_src}/Mp3TagBounds.cpp)
+    ${_src}/MpegFrameHeader.cpp ${_mp3}/Mp3TagBounds.cpp)
 set(_fuzz_binary ${CMAKE_BINARY_DIR}/fuzz_Mp3FrameScanner)
 add_custom_command(
     OUTPUT ${_fuzz_binary}
     COMMAND ${TAVO_FUZZ_CXX} -std=c++20 -g -O1 -Wall -Wextra -fsanitize=fuzzer,address,undefined
             -fno-sanitize-recover=undefined -I${CMAKE_SOURCE_DIR}/src ${_fuzz_sources} -o ${_fuzz_binary}
-    DEPENDS ${_fuzz_sources} ${_src}/Mp3FrameScanner.h ${_src}/MpegFrameHeader.h ${_src}/Mp3TagBounds.h
-            ${_src}/Mp3ByteSource.h
+    DEPENDS ${_fuzz_sources} ${_src}/Mp3FrameScanner.h ${_src}/MpegFrameHeader.h ${_mp3}/Mp3TagBounds.h
+            ${_mp3}/Mp3ByteSource.h
     COMMENT "Building the MP3 reader fuzz target with ${TAVO_FUZZ_CXX}"
     VERBATIM)
 add_custom_target(fuzz_Mp3FrameScanner ALL DEPENDS ${_fuzz_binary})

@@ -1,6 +1,6 @@
 // libFuzzer target for the MP3 frame reader: any bytes must give a result without crashing,
 // hanging or reading out of bounds, and the result must be consistent with itself.
-#include "reports/Mp3ByteSource.h"
+#include "mp3/Mp3ByteSource.h"
 #include "reports/Mp3FrameScanner.h"
 
 #include <cstddef>

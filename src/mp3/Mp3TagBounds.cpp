@@ -1,6 +1,6 @@
-#include "reports/Mp3TagBounds.h"
+#include "mp3/Mp3TagBounds.h"
 
-#include "reports/Mp3ByteSource.h"
+#include "mp3/Mp3ByteSource.h"
 
 #include <cstring>
 
