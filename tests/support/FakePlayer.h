@@ -54,6 +54,9 @@ public:
     void WinampPlayFile(const QString& path) override;
     void WinampCommand(qint32 commandId) override;
     QVariant WinampGetInfo(quint8 code) override;
+    // A closed player is gone for the desktop's controls too; this player cannot start itself.
+    bool canPlay() const override { return running; }
+    bool isRunning() const override { return running; }
 
     int currentLengthSeconds() const;
 
