@@ -34,9 +34,14 @@ template <typename W> W* named(W* widget, const char* name) {
 }
 
 QLabel* displayLabel(QWidget* parent, const char* name, const QString& text = QString()) {
-    // No accessible name: a label's text is what assistive technology reads. A long song name or
-    // test text is cut short rather than widening the window.
-    return named(new ElidedLabel(Qt::ElideRight, parent, text), name);
+    // No accessible name: a label's text is what assistive technology reads.
+    return named(new QLabel(text, parent), name);
+}
+
+// A display label whose text can be of any length (a song name, the test texts): cut short rather
+// than widening the window.
+QLabel* longDisplayLabel(QWidget* parent, const char* name) {
+    return named(new ElidedLabel(Qt::ElideRight, parent), name);
 }
 
 SkinControl* commandButton(QWidget* parent, const char* name, const QString& caption, int width) {
@@ -85,7 +90,7 @@ void MainWindowUi::buildLayout(QMainWindow* window) {
     Picture1->setMinimumHeight(86);
     auto* display = new QGridLayout(Picture1);
     display->setContentsMargins(10, 6, 10, 6);
-    lblTrackName = displayLabel(Picture1, "lblTrackName");
+    lblTrackName = longDisplayLabel(Picture1, "lblTrackName");
     QFont big = lblTrackName->font();
     big.setPointSizeF(big.pointSizeF() * 1.4);
     big.setBold(true);
@@ -96,8 +101,8 @@ void MainWindowUi::buildLayout(QMainWindow* window) {
     LAutoCue = displayLabel(Picture1, "LAutoCue", QStringLiteral("AUTOCUE"));
     lblRepeat = displayLabel(Picture1, "lblRepeat", QStringLiteral("REPEAT"));
     lblShuffle = displayLabel(Picture1, "lblShuffle", QStringLiteral("SHUFFLE"));
-    FTest = displayLabel(Picture1, "FTest");
-    FTest2 = displayLabel(Picture1, "FTest2");
+    FTest = longDisplayLabel(Picture1, "FTest");
+    FTest2 = longDisplayLabel(Picture1, "FTest2");
     display->addWidget(lblTrackName, 0, 0, 1, 6);
     display->addWidget(lblTime, 1, 0);
     display->addWidget(LMP3Bitrate, 1, 1);

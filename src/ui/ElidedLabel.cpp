@@ -11,7 +11,6 @@ constexpr int kWidestHint = 320;
 ElidedLabel::ElidedLabel(Qt::TextElideMode mode, QWidget* parent, const QString& text)
     : QLabel(text, parent), m_mode(mode) {
     setTextFormat(Qt::PlainText);
-    setSizePolicy(QSizePolicy::Ignored, sizePolicy().verticalPolicy());
 }
 
 QSize ElidedLabel::sizeHint() const {
