@@ -10,6 +10,7 @@ packages=(
     xvfb xauth imagemagick xdotool trayer x11-utils
     dbus dbus-x11 at-spi2-core python3-pyatspi gir1.2-atspi-2.0 python3-gi
     playerctl desktop-file-utils appstream dpkg-dev file
+    pulseaudio pulseaudio-utils sox
 )
 missing=()
 for p in "${packages[@]}"; do

@@ -8,6 +8,7 @@ PlaybackController::PlaybackController(Services& services, PlaylistManager& play
                                        QObject* parent)
     : QObject(parent), m_playlists(playlists), m_player(player),
       m_selection(services, playlists, player, m_state, m_history),
+      m_queue(playlists, player, m_state, m_selection, services.clock),
       m_transport(playlists, player, m_state, m_history, m_selection),
       m_monitor(playlists, player, m_state, m_selection, services.status, services.dialogs) {
     connect(&m_transport, &Transport::indicatorsChanged, this, &PlaybackController::indicatorsChanged);
@@ -39,7 +40,44 @@ PlaybackController::PlaybackController(Services& services, PlaylistManager& play
     connect(&m_monitor.tmrTime, &QTimer::timeout, this, &PlaybackController::polled);
     // Opening a playlist invalidates the history.
     connect(&playlists, &PlaylistManager::historyResetRequested, &m_transport, &Transport::ResetPrevSongs);
+
+    // Gapless playback: once a song started (after the window, the tray and the desktop heard of it),
+    // what follows is decided and queued; the player joins it, and the next tick makes the change.
+    m_monitor.setQueue(&m_queue);
+    connect(&player, &PlayerLink::queuedFileStarted, &m_monitor, &PlaybackMonitor::songJoined);
+    connect(&m_selection, &SongSelection::songStarted, this, [this] {
+        m_queue.invalidate();
+        m_queue.refresh();
+    });
+    // A priority edited: the queued song may be the one.
+    connect(&playlists, &PlaylistManager::linesEdited, this, [this] { m_queue.refresh(); });
+    // Entries deleted, dropped, built, updated or loaded: once the change is complete.
+    for (int n : {1, 2}) {
+        QAbstractItemModel* list = &playlists.list(n);
+        connect(list, &QAbstractItemModel::modelReset, this, &PlaybackController::listChanged);
+        connect(list, &QAbstractItemModel::layoutChanged, this, &PlaybackController::listChanged);
+        connect(list, &QAbstractItemModel::rowsInserted, this, &PlaybackController::listChanged);
+        connect(list, &QAbstractItemModel::rowsRemoved, this, &PlaybackController::listChanged);
+    }
     m_monitor.tmrTime.start();
+}
+
+void PlaybackController::listChanged() {
+    if (m_listRefreshDue)
+        return;
+    m_listRefreshDue = true;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_listRefreshDue = false;
+            m_queue.refresh(true);
+        },
+        Qt::QueuedConnection);
+}
+
+void PlaybackController::setPlayMode(quint8 mode) {
+    m_state.PlayMode = mode;
+    m_queue.refresh();
 }
 
 void PlaybackController::restoreVolume(quint8 volume) {
@@ -77,6 +115,7 @@ void PlaybackController::pause() {
 
 void PlaybackController::stop() {
     m_transport.Stop();
+    m_queue.refresh();
 }
 
 void PlaybackController::next() {
@@ -93,15 +132,17 @@ void PlaybackController::playHistory(int slot) {
 
 void PlaybackController::toggleShuffle() {
     m_transport.ShuffleClick();
+    m_queue.refresh();
 }
 
 void PlaybackController::setShuffle(bool on) {
     if (m_state.ShuffleStatus != on)
-        m_transport.ShuffleClick();
+        toggleShuffle();
 }
 
 void PlaybackController::toggleAutoCue() {
     m_transport.AutoCueClick();
+    m_queue.refresh();
 }
 
 void PlaybackController::jumpTo(qint32 seconds) {
@@ -123,6 +164,12 @@ void PlaybackController::skipAhead() {
         m_player.WinampJumpToTime(value + 20, 0);
 }
 
+void PlaybackController::setShutdownOnList2End(bool on) {
+    m_state.shutdownOnPL2End = on;
+    m_queue.refresh();
+}
+
 void PlaybackController::setMainListActive(bool on) {
     m_state.mainPlaylistActive = on;
+    m_queue.refresh();
 }

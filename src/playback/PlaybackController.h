@@ -3,6 +3,7 @@
 #include "playback/PlaybackMonitor.h"
 #include "playback/PlaybackState.h"
 #include "playback/PrevSongs.h"
+#include "playback/SongQueue.h"
 #include "playback/SongSelection.h"
 #include "playback/Transport.h"
 
@@ -28,6 +29,7 @@ public:
     SongSelection& selection() { return m_selection; }
     Transport& transport() { return m_transport; }
     PlaybackMonitor& monitor() { return m_monitor; }
+    SongQueue& queue() { return m_queue; }
     PlayerLink& player() { return m_player; }
 
     // The volume 0..255.
@@ -64,8 +66,10 @@ public:
     void skipAhead();
     // The option pair PL: true = playlist 1 drives Play, Next and the pick.
     void setMainListActive(bool on);
-    void setShutdownOnList2End(bool on) { m_state.shutdownOnPL2End = on; }
-    void setPlayMode(quint8 mode) { m_state.PlayMode = mode; }
+    void setShutdownOnList2End(bool on);
+    void setPlayMode(quint8 mode);
+    // Nothing is to follow the playing song (the sleep mode ended): a queued file goes.
+    void dropQueue() { m_queue.drop(); }
 
 signals:
     void indicatorsChanged();
@@ -88,12 +92,17 @@ signals:
     void priorityDisplayRefreshRequested();
 
 private:
+    // A list changed: the queued song is checked once the change is complete.
+    void listChanged();
+
     PlaylistManager& m_playlists;
     PlayerLink& m_player;
     PlaybackState m_state;
     PrevSongs m_history;
     SongSelection m_selection;
+    SongQueue m_queue;
     Transport m_transport;
     PlaybackMonitor m_monitor;
     quint8 m_volume = 200;
+    bool m_listRefreshDue = false;
 };

@@ -4,9 +4,10 @@
 #include "base/RuntimeError.h"
 #include "base/StatusLine.h"
 #include "playback/PlaybackState.h"
+#include "playback/SongQueue.h"
+#include "playback/SongSelection.h"
 #include "player/PlayerLink.h"
 #include "playlist/PlaylistManager.h"
-#include "playback/SongSelection.h"
 
 #include <QScopeGuard>
 #include <cmath>
@@ -47,6 +48,11 @@ PlaybackMonitor::PlaybackMonitor(PlaylistManager& playlists, PlayerLink& player,
     connect(&tmrTime, &QTimer::timeout, this, &PlaybackMonitor::tmrTimeTick);
     connect(&tmrTitleScroll, &QTimer::timeout, this, &PlaybackMonitor::tmrTitleScrollTick);
     connect(&m_player, &PlayerLink::playbackEnded, this, &PlaybackMonitor::tickSoon);
+}
+
+void PlaybackMonitor::songJoined() {
+    m_joined = true;
+    tickSoon();
 }
 
 void PlaybackMonitor::tickSoon() {
@@ -103,8 +109,13 @@ void PlaybackMonitor::runTick(int& line) {
         emit indicatorsChanged();
     }
     line = 4;
-    if (m_state.PlayMode == 1 && m_state.WinampStatus != 1 && m_state.WinampStatus != 3)
+    if (m_joined) {
+        m_joined = false;
+        if (m_queue)
+            m_queue->commit();
+    } else if (m_state.PlayMode == 1 && m_state.WinampStatus != 1 && m_state.WinampStatus != 3) {
         startNextSong();
+    }
     line = 5;
     emit dockRequested();
     line = 6;
@@ -113,7 +124,11 @@ void PlaybackMonitor::runTick(int& line) {
 
 void PlaybackMonitor::startNextSong() {
     if (m_state.ShuffleStatus) {
-        m_selection.FuncPickRandomSong();
+        // A pick drawn while the song played counts: one draw for each change.
+        if (const std::optional<SongSelection::Pick> pick = m_queue ? m_queue->takePick() : std::nullopt)
+            m_selection.PlayPick(*pick, true);
+        else
+            m_selection.FuncPickRandomSong();
         return;
     }
     // No repeat from the start: the end of a list always stops (or shuts down).

@@ -9,6 +9,7 @@
 class Dialogs;
 class PlayerLink;
 class PlaylistManager;
+class SongQueue;
 class SongSelection;
 class StatusLine;
 struct PlaybackState;
@@ -48,6 +49,10 @@ public:
     void VolumeReleased();
     // The position slider was let go: the next tick sets the title label up again.
     void clearShownName() { m_shownName.clear(); }
+    // Gapless playback: what comes next is queued here; the player went on to it (songJoined) and
+    // the next tick makes the song change instead of waiting for the player to stop.
+    void setQueue(SongQueue* queue) { m_queue = queue; }
+    void songJoined();
 
     // What the labels show, for the window and the tests.
     const QString& text(Label label) const { return m_texts[label]; }
@@ -84,6 +89,8 @@ private:
     RecurringReport m_scrollReport;
     bool m_ticking = false;
     bool m_tickQueued = false;
+    SongQueue* m_queue = nullptr;
+    bool m_joined = false;
 
     QString m_texts[Test2 + 1];
     qint16 m_songLength = 0;

@@ -66,6 +66,14 @@ int SongSelection::chanceOf(int digit) {
 }
 
 void SongSelection::PlaySong(qint32 position, qint16 n) {
+    startSong(position, n, true);
+}
+
+void SongSelection::JoinSong(qint32 position, qint16 n) {
+    startSong(position, n, false);
+}
+
+void SongSelection::startSong(qint32 position, qint16 n, bool handOver) {
     try {
         const QString& line =
             element(n == 1 ? m_playlists.PlaylistPaths : m_playlists.Playlist2Paths, position);
@@ -84,12 +92,16 @@ void SongSelection::PlaySong(qint32 position, qint16 n) {
         m_state.CurrentSongList = n == 1 ? 1 : 2;
         if (n == 1 && m_history.AddToPrevSongs(position))
             emit historyChanged();
-        // A player that died is started again here; one that cannot be started takes the file
-        // nowhere, as a closed player window would.
-        m_player.ensurePlayer();
-        m_player.WinampPlayFile(file);
-        m_player.WinampCommand(PlayerLink::JumpToLastCommand);
-        m_player.WinampCommand(PlayerLink::PlayCommand);
+        if (handOver) {
+            // A player that died is started again here; one that cannot be started takes the file
+            // nowhere, as a closed player window would. A file queued for the song that was to come
+            // next is taken back: this one comes instead.
+            m_player.ensurePlayer();
+            m_player.clearQueue();
+            m_player.WinampPlayFile(file);
+            m_player.WinampCommand(PlayerLink::JumpToLastCommand);
+            m_player.WinampCommand(PlayerLink::PlayCommand);
+        }
         // The name array of playlist 1 serves playlist 2 as well.
         m_state.CurrentSongName = element(m_playlists.PlaylistNames, position);
         m_state.PlayerStatus = Checked::toInt16(m_player.WinampGetInfo(PlayerLink::InfoVersion).toLongLong());
@@ -122,52 +134,74 @@ void SongSelection::FuncPickRandomSong() {
     // Without a player every tick would draw another song that never plays and fill the history
     // with it: shuffle stops instead.
     if (!m_player.ensurePlayer()) {
-        m_state.PlayMode = 0;
-        m_services.status.setText(
-            QStringLiteral("Der Player konnte nicht gestartet werden - Playmodus gestoppt."));
+        stopWithoutPlayer();
         return;
     }
     const double start = m_services.clock.secondsOfDay();
-    const qint16 n = m_state.mainPlaylistActive ? 1 : 2;
-    const QStringList& paths = n == 1 ? m_playlists.PlaylistPaths : m_playlists.Playlist2Paths;
-    const qint64 upper = paths.size() - 1;
+    PlayPick(DrawRandomSong(), true, start);
+}
 
-    qint32 index = 0;
-    int dice = 0;
-    int chance = 0;
-    int tries = 0;
+void SongSelection::stopWithoutPlayer() {
+    m_state.PlayMode = 0;
+    m_services.status.setText(
+        QStringLiteral("Der Player konnte nicht gestartet werden - Playmodus gestoppt."));
+}
+
+SongSelection::Pick SongSelection::DrawRandomSong() {
+    Pick pick;
+    pick.n = m_state.mainPlaylistActive ? 1 : 2;
+    const QStringList& paths = pick.n == 1 ? m_playlists.PlaylistPaths : m_playlists.Playlist2Paths;
+    const qint64 upper = paths.size() - 1;
     for (;;) {
-        ++tries;
+        ++pick.tries;
         // Index from [0, upper bound): the last entry is never drawn, a one-entry list gives 0.
-        index = qint32(std::floor(m_services.random.next() * double(upper)));
-        const QString& song = element(paths, index);
-        dice = int(std::floor(m_services.random.next() * 100.0));
+        pick.index = qint32(std::floor(m_services.random.next() * double(upper)));
+        const QString& song = element(paths, pick.index);
+        pick.dice = int(std::floor(m_services.random.next() * 100.0));
         const quint8 digit = Checked::textToByte(song.right(1));
-        chance = chanceOf(digit);
-        if (chance < 0) {
+        pick.chance = chanceOf(digit);
+        if (pick.chance < 0) {
             // The name shown is that of the entry before, from playlist 1's names.
-            m_services.status.setText(
-                QStringLiteral("Fehler: Ungültige Liedpriorität \"") + QString::number(digit) +
-                QStringLiteral("\" bei Lied \"") + QString::number(index) + QStringLiteral(". ") +
-                element(m_playlists.PlaylistNames, qint64(index) - 1) + QStringLiteral("\""));
-            m_state.PlayMode = 0;
-            return;
+            pick.outcome = Pick::InvalidPriority;
+            pick.status = QStringLiteral("Fehler: Ungültige Liedpriorität \"") + QString::number(digit) +
+                          QStringLiteral("\" bei Lied \"") + QString::number(pick.index) +
+                          QStringLiteral(". ") + element(m_playlists.PlaylistNames, qint64(pick.index) - 1) +
+                          QStringLiteral("\"");
+            return pick;
         }
-        if (dice < chance)
-            break;
-        if (tries >= kMaxTries) {
-            m_services.status.setText(
-                QStringLiteral("Zufallslied konnte nicht bestimmt werden - Timeout nach 100 Versuchen!"));
-            return;
+        if (pick.dice < pick.chance) {
+            pick.line = song;
+            return pick;
+        }
+        if (pick.tries >= kMaxTries) {
+            pick.outcome = Pick::Timeout;
+            pick.status =
+                QStringLiteral("Zufallslied konnte nicht bestimmt werden - Timeout nach 100 Versuchen!");
+            return pick;
         }
     }
-    emit testTextChanged(QStringLiteral("gewonnen - Liedpriorität=") + QString::number(chance) +
-                         QStringLiteral("   Schicksalswürfel=") + QString::number(dice) +
-                         QStringLiteral("    Versuche=") + QString::number(tries));
+}
+
+void SongSelection::PlayPick(const Pick& pick, bool handOver, double start) {
+    if (start < 0)
+        start = m_services.clock.secondsOfDay();
+    if (pick.outcome != Pick::Won) {
+        m_services.status.setText(pick.status);
+        if (pick.outcome == Pick::InvalidPriority)
+            m_state.PlayMode = 0;
+        return;
+    }
+    if (handOver && !m_player.ensurePlayer()) {
+        stopWithoutPlayer();
+        return;
+    }
+    emit testTextChanged(QStringLiteral("gewonnen - Liedpriorität=") + QString::number(pick.chance) +
+                         QStringLiteral("   Schicksalswürfel=") + QString::number(pick.dice) +
+                         QStringLiteral("    Versuche=") + QString::number(pick.tries));
     m_state.ShuffleStatus = true;
     emit indicatorsChanged();
-    SelectSong(index, n);
-    PlaySong(index, n);
+    SelectSong(pick.index, pick.n);
+    startSong(pick.index, pick.n, handOver);
     m_services.status.append(QStringLiteral("    Zeit: ") +
-                             singleText(float(m_services.clock.secondsOfDay() - start)));
+                             singleText(float(pick.drawSeconds + m_services.clock.secondsOfDay() - start)));
 }

@@ -73,10 +73,10 @@ QString MpvLink::defaultSocketPath() {
 }
 
 QStringList MpvLink::playerArguments(const QString& socketPath, quint8 volume) {
-    return {QStringLiteral("--idle=yes"),
-            QStringLiteral("--no-video"),
-            QStringLiteral("--no-terminal"),
-            QStringLiteral("--gapless-audio=no"),
+    return {QStringLiteral("--idle=yes"), QStringLiteral("--no-video"), QStringLiteral("--no-terminal"),
+            // The next file is handed over while the current one plays: mpv joins them without a gap
+            // (and reopens its output only where the two differ in format).
+            QStringLiteral("--gapless-audio=weak"),
             QStringLiteral("--volume=") + QString::number(mpvVolume(volume), 'f', 3),
             QStringLiteral("--input-ipc-server=") + socketPath};
 }
@@ -119,8 +119,17 @@ void MpvLink::playerEvent(const QJsonObject& event) {
             } else if (property == QLatin1String("eof-reached")) {
                 m_state.eof = data.toBool(false);
                 ended = m_state.eof; // a player told to keep the file open stops here
+            } else if ((data.isNull() || data.isUndefined()) &&
+                       property == QLatin1String("audio-params/samplerate")) {
+                // Gone while the output drains at a file's end (gapless audio); the display keeps the
+                // last rate until the next file has one.
             } else {
                 m_state.values.insert(property, data);
+                if (property == QLatin1String("playlist-pos") && m_queued >= 0 &&
+                    data.toInteger(-1) == m_queued) {
+                    m_queued = -1;
+                    emit queuedFileStarted();
+                }
             }
         } else if (name == QLatin1String("start-file")) {
             m_state.awaitingStart = false;
@@ -175,6 +184,7 @@ bool MpvLink::connectOnce(int waitMs) {
                                QStringLiteral(" gehört einem anderen Benutzer"));
     }
     m_state = State();
+    m_queued = -1;
     m_stalled = false;
     m_startUp = QDeadlineTimer();
     m_playerPid = m_ipc.peerPid();
@@ -390,6 +400,32 @@ void MpvLink::WinampPlayFile(const QString& path) {
     }
 }
 
+bool MpvLink::queueNext(const QString& file) {
+    if (!m_connected)
+        return false;
+    try {
+        clearQueue();
+        m_ipc.post(cmd({QStringLiteral("loadfile"), file, QStringLiteral("append")}));
+        m_queued = m_listCount++;
+        return true;
+    } catch (const MpvIpc::Unreachable& why) {
+        fail(why);
+        return false;
+    }
+}
+
+void MpvLink::clearQueue() {
+    if (m_queued < 0 || !m_connected)
+        return;
+    try {
+        m_ipc.post(cmd({QStringLiteral("playlist-remove"), m_queued}));
+        --m_listCount;
+    } catch (const MpvIpc::Unreachable& why) {
+        fail(why);
+    }
+    m_queued = -1;
+}
+
 void MpvLink::WinampCommand(qint32 commandId) {
     awaitStartedPlayer();
     if (!m_connected)
@@ -493,6 +529,7 @@ qint32 MpvLink::answer(quint8 code) {
         return m_version;
     case InfoClearList:
         m_cursor = -1;
+        m_queued = -1;
         if (!command(cmd({QStringLiteral("playlist-clear")})))
             return 0;
         m_listCount = status() == 0 ? 0 : 1; // the playing entry stays

@@ -52,6 +52,9 @@ public:
     bool isRunning() const override { return m_connected; }
     void setStartVolume(quint8 volume) override { m_volume = volume; }
     qint64 lengthMicroseconds() override;
+    bool canQueue() const override { return m_connected; }
+    bool queueNext(const QString& file) override;
+    void clearQueue() override;
 
     // mpv's volume for the player's 0..255 scale.
     static double mpvVolume(quint8 volume);
@@ -116,6 +119,9 @@ private:
     qint64 m_listCount = 0;
     // The entry Play starts; -1 = the one mpv stands on (or the first).
     qint64 m_cursor = -1;
+    // The entry of mpv's list that holds the queued file, behind the playing one; -1 = none. mpv goes
+    // on to it by itself, and joins the two files without a gap (gapless audio).
+    qint64 m_queued = -1;
     // The request of the last Play and when mpv confirmed it.
     qint64 m_playRequest = 0;
     QElapsedTimer m_playConfirmed;

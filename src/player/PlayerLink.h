@@ -64,10 +64,24 @@ public:
     // The length of the playing song in microseconds as exactly as the player tells it; 0 = not known.
     virtual qint64 lengthMicroseconds();
 
+    // Gapless playback. A player that can join two files itself takes the next file while the current
+    // one plays, and moves on to it at the end without a gap (queuedFileStarted). Links that cannot
+    // (the Winamp link) take nothing: the next song starts after the current one ended, as always.
+    virtual bool canQueue() const { return false; }
+    // Puts the file behind the playing one, in place of a file queued before; false when not taken.
+    virtual bool queueNext(const QString& file) {
+        Q_UNUSED(file);
+        return false;
+    }
+    // Takes a queued file back; nothing when none is queued.
+    virtual void clearQueue() {}
+
 signals:
     // The player said on its own that a file ended or that it has nothing left to play. Links that
     // can only be asked never send it; the monitor then finds out at its next poll.
     void playbackEnded();
+    // The player went on to the queued file by itself.
+    void queuedFileStarted();
 
 protected:
     StatusLine& m_status;

@@ -31,6 +31,8 @@ void PlaylistEntryEditor::FPrioClick(int p) {
         line = PlaylistLine::withPriority(line, digit);
         ++count;
     }
+    if (count > 0)
+        emit m_playlists.linesEdited(1);
     m_services.status.setText(QStringLiteral("Priorität ") + QString::number(p) +
                               QStringLiteral(" bei allen markierten Einträgen (") + QString::number(count) +
                               QStringLiteral(") gesetzt!"));

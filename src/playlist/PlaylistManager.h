@@ -62,6 +62,8 @@ signals:
     void actPlaylistChanged(int n, const QString& file);
     // Opening a playlist invalidates the previous-songs history.
     void historyResetRequested();
+    // Lines of playlist n changed in place (their priorities).
+    void linesEdited(int n);
 
 private:
     // What the last load of a playlist left behind: the file and, when it failed or left entries

@@ -15,6 +15,8 @@ ProgramCore::ProgramCore(Services& services, QObject* parent)
       m_search(services, m_playlists), m_updateSchedule(services.settings), m_colours(services.settings),
       m_session(services.settings, m_playlists, *m_playback) {
     m_updateSchedule.setErrorReport(services.dialogs);
+    // At the sleep mode's end nothing is to follow the playing song.
+    connect(&m_sleep, &SleepMode::shutdownRequested, m_playback.get(), &PlaybackController::dropQueue);
     // The end of the second playlist with its shutdown box ticked.
     connect(m_playback.get(), &PlaybackController::shutdownRequested, this, &ProgramCore::ShutdownComputer);
     // A hit of the quick search is marked like any other chosen song.

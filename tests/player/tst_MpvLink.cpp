@@ -188,7 +188,7 @@ private slots:
         r.transport.VolumeMoved(255); // goes unanswered
         QCOMPARE(r.statusText(), u"WinampModule Error: Der Player antwortet nicht and number 57"_s);
         QVERIFY(r.player.isStalled());
-        r.transport.Stop();
+        r.playback.stop();
         ::kill(pid_t(pid), SIGCONT);
         QTRY_VERIFY(!r.player.isStalled());
         QVERIFY(r.statusText().isEmpty());

@@ -32,16 +32,35 @@ void FakePlayer::advance(qint64 ms) {
         }
         ms -= remaining;
         positionMs = 0;
-        if (current + 1 < list.size())
+        if (!queued.isEmpty()) {
+            list << queued;
+            queued.clear();
+            current = int(list.size()) - 1;
+            emit queuedFileStarted();
+        } else if (current + 1 < list.size()) {
             ++current;
-        else
+        } else {
             status = Stopped;
+        }
     }
 }
 
 void FakePlayer::finishSong() {
     if (status == Playing)
         advance(qint64(currentLengthSeconds()) * 1000 - positionMs);
+}
+
+bool FakePlayer::queueNext(const QString& file) {
+    calls << QStringLiteral("Queue ") + file;
+    queued = file;
+    return true;
+}
+
+void FakePlayer::clearQueue() {
+    if (queued.isEmpty())
+        return;
+    calls << QStringLiteral("Unqueue");
+    queued.clear();
 }
 
 void FakePlayer::StartWinamp(const QString& path) {

@@ -57,6 +57,12 @@ public:
     // A closed player is gone for the desktop's controls too; this player cannot start itself.
     bool canPlay() const override { return running; }
     bool isRunning() const override { return running; }
+    // Gapless: with queueing on, a queued file follows the song at its end by itself.
+    bool queueing = false;
+    QString queued;
+    bool canQueue() const override { return queueing && running; }
+    bool queueNext(const QString& file) override;
+    void clearQueue() override;
 
     int currentLengthSeconds() const;
 

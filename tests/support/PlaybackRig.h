@@ -1,29 +1,26 @@
 #pragma once
 
-#include "playback/PlaybackMonitor.h"
-#include "playback/PlaybackState.h"
-#include "playback/PrevSongs.h"
-#include "playback/Transport.h"
+#include "playback/PlaybackController.h"
 #include "playlist/PlaylistManager.h"
-#include "playback/SongSelection.h"
 #include "support/FakePlayer.h"
 #include "support/TestServices.h"
 
 #include <QRegularExpression>
 #include <QStringList>
 
-// The playback core wired the way the main window wires it, on the fixed clock and scripted random
-// numbers of the test services, with the signals the window listens to counted. The timers are not
-// started: tests tick by hand or start them.
+// The playback controller on the fixed clock and scripted random numbers of the test services, with
+// the signals the window listens to counted. Its parts are reachable under short names. The monitor's
+// timer runs, but nothing here runs the event loop: tests tick by hand.
 template <class Player> struct PlaybackCore {
     TestServices t;
     Player player;
     PlaylistManager playlists{t.services};
-    PlaybackState state;
-    PrevSongs history;
-    SongSelection selection{t.services, playlists, player, state, history};
-    Transport transport{playlists, player, state, history, selection};
-    PlaybackMonitor monitor{playlists, player, state, selection, t.status, t.dialogs};
+    PlaybackController playback{t.services, playlists, player};
+    PlaybackState& state = playback.state();
+    PrevSongs& history = playback.history();
+    SongSelection& selection = playback.selection();
+    Transport& transport = playback.transport();
+    PlaybackMonitor& monitor = playback.monitor();
     int historyChanges = 0;
     int indicatorChanges = 0;
     QString testText;
@@ -44,11 +41,9 @@ template <class Player> struct PlaybackCore {
 private:
     void count() {
         QObject::connect(&selection, &SongSelection::historyChanged, [this] { ++historyChanges; });
-        QObject::connect(&selection, &SongSelection::testTextChanged,
+        QObject::connect(&playback, &PlaybackController::testText,
                          [this](const QString& s) { testText = s; });
-        QObject::connect(&selection, &SongSelection::indicatorsChanged, [this] { ++indicatorChanges; });
-        QObject::connect(&transport, &Transport::indicatorsChanged, [this] { ++indicatorChanges; });
-        QObject::connect(&monitor, &PlaybackMonitor::indicatorsChanged, [this] { ++indicatorChanges; });
+        QObject::connect(&playback, &PlaybackController::indicatorsChanged, [this] { ++indicatorChanges; });
     }
 };
 
