@@ -1,5 +1,4 @@
 #include "app/GuardedApplication.h"
-#include "app/MprisPlayerAdaptor.h"
 #include "app/SingleInstance.h"
 #include "app/TavoMP3PlayerMain.h"
 #include "base/AppGlobals.h"
@@ -10,7 +9,6 @@
 #include "base/RuntimeError.h"
 #include "base/SettingsStore.h"
 #include "base/StatusLine.h"
-#include "player/MpvLink.h"
 #include "power/SystemPowerOff.h"
 #include "ui/QtDialogs.h"
 
@@ -21,6 +19,16 @@
 #include <QTranslator>
 #include <cstdio>
 #include <memory>
+
+// The platform's player and desktop links: window messages on Windows; mpv and D-Bus elsewhere.
+#ifdef Q_OS_WIN
+#include "player/WinampLink.h"
+using PlatformPlayerLink = WinampLink;
+#else
+#include "app/MprisPlayerAdaptor.h"
+#include "player/MpvLink.h"
+using PlatformPlayerLink = MpvLink;
+#endif
 
 // Qt's own texts (message-box buttons, file dialogs) in German, like the rest of the program.
 static void installGermanTranslations(QApplication& app) {
@@ -52,9 +60,9 @@ int main(int argc, char* argv[]) {
     StatusLine status;
     SystemPowerOff power;
     app.setDialogs(&dialogs);
-    MpvLink player(status, dialogs);
+    PlatformPlayerLink player(status, dialogs);
     Services services{settings, dialogs, clock, random, status, Paths::nativeStyle(), &power, &player};
-    SingleInstance instance(QDBusConnection::sessionBus(), SingleInstance::defaultSocketPath());
+    SingleInstance instance(SingleInstance::sessionBus(), SingleInstance::defaultSocketPath());
 
     int line = 1;
     std::unique_ptr<TavoMP3PlayerMain> window;
@@ -78,10 +86,12 @@ int main(int argc, char* argv[]) {
         window = std::make_unique<TavoMP3PlayerMain>(services);
         QObject::connect(&instance, &SingleInstance::activationRequested, window.get(),
                          &TavoMP3PlayerMain::activateFromDesktop);
+#ifndef Q_OS_WIN
         // Before the load, so that the desktop hears of every song from the first one on.
         if (instance.ownsBusName())
             MprisPlayerAdaptor::publish(
                 *window, [&player] { return player.isConnected(); }, QDBusConnection::sessionBus());
+#endif
         dialogs.setParent(window.get());
         window->load();
         window->showAfterStart(cmd.showWindow);

@@ -10,8 +10,19 @@ void SettingsStore::SaveSettings(const QList<Entry>& entries) {
         SaveSetting(e.section, e.key, e.value);
 }
 
+namespace {
+QSettings::Format formatOf([[maybe_unused]] const QString& fileName) {
+#ifdef Q_OS_WIN
+    // A registry branch (the default on Windows) is read through the registry; a file stays a file.
+    if (fileName.startsWith(QLatin1String("HKEY_"), Qt::CaseInsensitive))
+        return QSettings::NativeFormat;
+#endif
+    return QSettings::IniFormat;
+}
+} // namespace
+
 IniSettingsStore::IniSettingsStore(const QString& fileName)
-    : m_settings(std::make_unique<QSettings>(fileName, QSettings::IniFormat)) {
+    : m_settings(std::make_unique<QSettings>(fileName, formatOf(fileName))) {
 }
 
 IniSettingsStore::~IniSettingsStore() = default;

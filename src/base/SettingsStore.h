@@ -38,7 +38,9 @@ public:
     static QString applicationName() { return QStringLiteral("TavoMP3Player"); }
 };
 
-// INI file, one group per section. Linux: $XDG_CONFIG_HOME/TavoMP3Player/TavoMP3Player.ini.
+// INI file, one group per section. Linux: $XDG_CONFIG_HOME/TavoMP3Player/TavoMP3Player.ini. Windows:
+// the registry branch HKCU\Software\VB and VBA Program Settings\TavoMP3Player, one key per section,
+// where the settings of existing installations are; a file name given there is an INI file too.
 class IniSettingsStore : public SettingsStore {
 public:
     explicit IniSettingsStore(const QString& fileName = defaultFileName());
