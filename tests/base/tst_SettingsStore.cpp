@@ -45,7 +45,12 @@ private slots:
         store.SaveSetting(u"Preset4"_s, u"PresetName"_s, u"Tag"_s);
         const QByteArray ini = FileBytes::read(store.fileName());
         QVERIFY(ini.contains("[Preset7]") && !ini.contains("Preset07") && ini.contains("Prev07=12"));
+#ifdef Q_OS_WIN
+        // Windows compares keys without case, in INI files as in the registry of earlier installations.
+        QCOMPARE(store.GetSetting(u"PreviousSongs"_s, u"prev07"_s, 0), u"12"_s);
+#else
         QCOMPARE(store.GetSetting(u"PreviousSongs"_s, u"prev07"_s, 0), u"0"_s);
+#endif
         store.DeleteSetting(u"Preset7"_s);
         QVERIFY(!store.hasSection(u"Preset7"_s));
         QCOMPARE(store.GetSetting(u"Preset7"_s, u"Text"_s, u"-"_s) +
@@ -75,6 +80,9 @@ private slots:
     }
     void defaultFileFollowsXdgConfigHome() {
         QFETCH(bool, xdg);
+#ifdef Q_OS_WIN
+        QSKIP("Windows keeps the settings in the registry (windows/tst_RegistrySettings)");
+#endif
         QTemporaryDir dir;
         const QByteArray oldHome = qgetenv("HOME");
         qputenv(xdg ? "XDG_CONFIG_HOME" : "HOME", dir.path().toLocal8Bit());
