@@ -20,7 +20,7 @@ flock "$lock" cmake --build "$build" -j"$(nproc)"
 # One Wine server for the whole run instead of one per test program; ended with the run.
 export WINEPREFIX=${WINEPREFIX:-$TAVO_WIN_DEPS/wineprefix}
 bash "$root/scripts/windows/wine-run.sh" cmd /c exit 0
-wineserver -p
+wineserver -p 2>/dev/null || true # already running for this prefix: kept
 trap 'wineserver -k 2>/dev/null || true' EXIT
 cd "$build"
 flock "$lock" ctest --output-on-failure -j"$(nproc)"

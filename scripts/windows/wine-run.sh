@@ -12,7 +12,9 @@ export WINEDLLOVERRIDES=${WINEDLLOVERRIDES:-mscoree,mshtml=} # no Mono or Gecko 
 # (ours is a pipe) unless told otherwise.
 export QT_FORCE_STDERR_LOGGING=1
 for name in $(compgen -e); do
-    [[ $name == QT_* ]] && export "WINE$name=${!name}"
+    if [[ $name == QT_* ]]; then
+        export "WINE$name=${!name}"
+    fi
 done
 
 if [[ ! -f $WINEPREFIX/.tavo-ready ]]; then
