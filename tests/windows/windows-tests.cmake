@@ -1,8 +1,9 @@
 # The Windows tests run under Wine (CMAKE_CROSSCOMPILING_EMULATOR, see scripts/test-windows.sh).
 
-# The scripted stand-in player the link test drives. Plain Win32, no Qt.
+# The scripted stand-in player the link test drives. Plain Win32, no Qt, linked statically so that it
+# runs from any folder.
 add_executable(FakeWinamp WIN32 ${CMAKE_CURRENT_LIST_DIR}/FakeWinamp.cpp)
-target_link_options(FakeWinamp PRIVATE -municode)
+target_link_options(FakeWinamp PRIVATE -municode -static)
 add_dependencies(windows_tst_WinampLink FakeWinamp)
 
 # The file-name hand-over is checked with a multi-byte code page: Wine takes Japanese settings (code page
@@ -21,3 +22,7 @@ if(TAVO_LOCALEDEF AND EXISTS /usr/share/i18n/locales/ja_JP)
                      "LC_ALL=ja_JP.UTF-8")
     endif()
 endif()
+
+# The installer: silent install, the installed program against the stand-in player, uninstall.
+add_test(NAME windows/installer COMMAND bash ${CMAKE_CURRENT_LIST_DIR}/installer_check.sh ${CMAKE_BINARY_DIR})
+set_tests_properties(windows/installer PROPERTIES RUN_SERIAL TRUE TIMEOUT 600)
