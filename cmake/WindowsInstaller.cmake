@@ -12,6 +12,10 @@ install(FILES ${_qt_bin}/Qt6Core.dll ${_qt_bin}/Qt6Gui.dll ${_qt_bin}/Qt6Widgets
 install(FILES ${_qt_plugins}/platforms/qwindows.dll DESTINATION platforms)
 install(DIRECTORY ${_qt_plugins}/styles ${_qt_plugins}/imageformats DESTINATION .)
 
+# Qt's own texts (message-box buttons, file dialogs) in German; the files are the same on every platform
+# (Debian: qt6-translations-l10n).
+install(FILES /usr/share/qt6/translations/qtbase_de.qm DESTINATION translations)
+
 # The compiler's own runtime (posix threads).
 execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=libstdc++-6.dll OUTPUT_VARIABLE _libstdcxx
                 OUTPUT_STRIP_TRAILING_WHITESPACE)

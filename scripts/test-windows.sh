@@ -11,6 +11,12 @@ export TAVO_WIN_DEPS=${TAVO_WIN_DEPS:-$HOME/.cache/tavomp3-windows}
 lock=${TAVO_HEAVY_LOCK:-/tmp/tavo-heavy.lock}
 
 bash "$root/scripts/windows/build-deps.sh"
+# Qt's German texts for the installer.
+if ! dpkg-query -W -f='${Status}' qt6-translations-l10n 2>/dev/null | grep -q "install ok installed"; then
+    sudo_cmd=()
+    [[ $(id -u) -eq 0 ]] || sudo_cmd=(sudo)
+    DEBIAN_FRONTEND=noninteractive "${sudo_cmd[@]}" apt-get install -y -q --no-install-recommends qt6-translations-l10n
+fi
 
 cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug \
     -DCMAKE_TOOLCHAIN_FILE="$root/scripts/windows/mingw-toolchain.cmake" \

@@ -32,8 +32,12 @@ using PlatformPlayerLink = MpvLink;
 
 // Qt's own texts (message-box buttons, file dialogs) in German, like the rest of the program.
 static void installGermanTranslations(QApplication& app) {
-    const QStringList folders{QLibraryInfo::path(QLibraryInfo::TranslationsPath),
-                              QStringLiteral("/usr/share/qt6/translations")};
+    QStringList folders{QLibraryInfo::path(QLibraryInfo::TranslationsPath),
+                        QStringLiteral("/usr/share/qt6/translations")};
+#ifdef Q_OS_WIN
+    // The Windows installer puts them beside the program.
+    folders.prepend(QCoreApplication::applicationDirPath() + QStringLiteral("/translations"));
+#endif
     for (const char* name : {"qtbase_de", "qt_de"}) {
         auto* translator = new QTranslator(&app);
         bool loaded = false;

@@ -29,7 +29,7 @@ bash "$here/../../scripts/windows/wine-run.sh" cmd /c exit 0 # makes the prefix
 target=$WINEPREFIX/drive_c/TavoMP3Test
 wine "$installer" /S '/D=C:\TavoMP3Test'
 for f in TavoMP3Player.exe TavoMP3Update.exe Uninstall.exe Button129x22.bmp Button86x22over.bmp Qt6Core.dll \
-    Qt6Widgets.dll libstdc++-6.dll libwinpthread-1.dll platforms/qwindows.dll styles/qwindowsvistastyle.dll; do
+    Qt6Widgets.dll libstdc++-6.dll libwinpthread-1.dll platforms/qwindows.dll styles/qwindowsvistastyle.dll translations/qtbase_de.qm; do
     [[ -f $target/$f ]] || fail "$f was not installed"
 done
 menu="$WINEPREFIX/drive_c/ProgramData/Microsoft/Windows/Start Menu/Programs/Tavo MP3 Player/Tavo MP3 Player.lnk"
