@@ -2,7 +2,8 @@
 # The Windows installer end to end under Wine, in a Wine prefix of its own that is thrown away after:
 # cpack -G NSIS, a silent install (/S) into a folder of the test's choosing, the installed files and the
 # Start-menu entry, the installed program started without the build's DLL path against the stand-in
-# player (which it must start and then poll), and the silent uninstall.
+# player (which it must start and then poll), a second start handed over to it, and the silent
+# uninstall.
 set -euo pipefail
 build=$(cd "$1" && pwd)
 here=$(cd "$(dirname "$0")" && pwd)
@@ -51,6 +52,10 @@ for _ in $(seq 60); do
     sleep 0.5
 done
 ((polls >= 5)) || fail "the installed program did not start and poll the player (status queries: $polls)"
+# A second start hands its words over to the running program (the user's named pipe) and ends.
+timeout 60 wine 'C:\TavoMP3Test\TavoMP3Player.exe' play >"$work/second.log" 2>&1 ||
+    fail "a second start did not end: $(cat "$work/second.log")"
+grep -q "läuft schon" "$work/second.log" || fail "a second start was not handed over: $(cat "$work/second.log")"
 wineserver -k
 wineserver -w
 
@@ -61,4 +66,5 @@ for _ in $(seq 40); do
 done
 [[ ! -e $target/TavoMP3Player.exe ]] || fail "the uninstaller left the program behind"
 [[ ! -e $menu ]] || fail "the uninstaller left the Start-menu entry behind"
-echo "installer: installed, started against the stand-in player ($polls status queries), uninstalled"
+echo "installer: installed, started against the stand-in player ($polls status queries), second start" \
+    "handed over, uninstalled"
