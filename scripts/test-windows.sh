@@ -11,11 +11,15 @@ export TAVO_WIN_DEPS=${TAVO_WIN_DEPS:-$HOME/.cache/tavomp3-windows}
 lock=${TAVO_HEAVY_LOCK:-/tmp/tavo-heavy.lock}
 
 bash "$root/scripts/windows/build-deps.sh"
-# Qt's German texts for the installer.
-if ! dpkg-query -W -f='${Status}' qt6-translations-l10n 2>/dev/null | grep -q "install ok installed"; then
+# Qt's German texts for the installer; the locale data the link test makes its Japanese code page from.
+missing=()
+for p in qt6-translations-l10n locales; do
+    dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
+done
+if ((${#missing[@]})); then
     sudo_cmd=()
     [[ $(id -u) -eq 0 ]] || sudo_cmd=(sudo)
-    DEBIAN_FRONTEND=noninteractive "${sudo_cmd[@]}" apt-get install -y -q --no-install-recommends qt6-translations-l10n
+    DEBIAN_FRONTEND=noninteractive "${sudo_cmd[@]}" apt-get install -y -q --no-install-recommends "${missing[@]}"
 fi
 
 cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug \
