@@ -87,9 +87,10 @@ private slots:
             QVERIFY(QProcess::startDetached(fakePlayer(), {}));
             QTRY_VERIFY(playerWindow());
         }
-        if (!neverOpensMs.isEmpty())
+        if (!neverOpensMs.isEmpty()) {
             qputenv("TAVO_FAKE_WINAMP_NEVER", neverOpensMs);
-        m_link->startWaitMs = 1500;
+            m_link->startWaitMs = 1500; // well before the player ends by itself
+        }
         m_link->StartWinamp(path);
         QTEST(m_link->isConnected(), "connected");
         QTEST(m_status.text(), "statusText");
