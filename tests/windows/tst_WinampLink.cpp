@@ -85,7 +85,7 @@ private slots:
         QFETCH(QByteArray, neverOpensMs);
         if (alreadyRunning) {
             QVERIFY(QProcess::startDetached(fakePlayer(), {}));
-            QTRY_VERIFY(playerWindow());
+            QTRY_VERIFY_WITH_TIMEOUT(playerWindow(), 20000);
         }
         if (!neverOpensMs.isEmpty()) {
             qputenv("TAVO_FAKE_WINAMP_NEVER", neverOpensMs);
