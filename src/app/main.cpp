@@ -6,11 +6,10 @@
 #include "base/ErrorReport.h"
 #include "base/RandomSource.h"
 #include "base/RuntimeError.h"
+#include "base/RegistrySettingsStore.h"
 #include "base/SettingsStore.h"
 #include "base/StatusLine.h"
-#include "desktop/MprisPlayerAdaptor.h"
 #include "desktop/SingleInstance.h"
-#include "player/MpvLink.h"
 #include "playlist/SongIdentities.h"
 #include "power/SystemPowerOff.h"
 #include "program/ProgramCore.h"
@@ -24,10 +23,24 @@
 #include <cstdio>
 #include <memory>
 
+// The platform's player and desktop links: window messages on Windows; mpv and D-Bus elsewhere.
+#ifdef Q_OS_WIN
+#include "player/WinampLink.h"
+using PlatformPlayerLink = WinampLink;
+#else
+#include "desktop/MprisPlayerAdaptor.h"
+#include "player/MpvLink.h"
+using PlatformPlayerLink = MpvLink;
+#endif
+
 // Qt's own texts (message-box buttons, file dialogs) in German, like the rest of the program.
 static void installGermanTranslations(QApplication& app) {
-    const QStringList folders{QLibraryInfo::path(QLibraryInfo::TranslationsPath),
-                              QStringLiteral("/usr/share/qt6/translations")};
+    QStringList folders{QLibraryInfo::path(QLibraryInfo::TranslationsPath),
+                        QStringLiteral("/usr/share/qt6/translations")};
+#ifdef Q_OS_WIN
+    // The Windows installer puts them beside the program.
+    folders.prepend(QCoreApplication::applicationDirPath() + QStringLiteral("/translations"));
+#endif
     for (const char* name : {"qtbase_de", "qt_de"}) {
         auto* translator = new QTranslator(&app);
         bool loaded = false;
@@ -47,18 +60,22 @@ int main(int argc, char* argv[]) {
     QGuiApplication::setDesktopFileName(QStringLiteral("example.tavomp3.player"));
     installGermanTranslations(app);
 
+#ifdef Q_OS_WIN
+    RegistrySettingsStore settings; // where existing installations keep their settings
+#else
     IniSettingsStore settings;
+#endif
     QtDialogs dialogs;
     SystemClock clock;
     SeededRandom random(SeededRandom::clockSeed());
     StatusLine status;
     SystemPowerOff power;
     app.setDialogs(&dialogs);
-    MpvLink player(status, dialogs);
+    PlatformPlayerLink player(status, dialogs);
     SongIdentities identities(SongIdentities::defaultCacheFile(), &status);
     Services services{settings, dialogs, clock, random, status, Paths::nativeStyle(), &power, &player};
     services.songIdentities = &identities;
-    SingleInstance instance(QDBusConnection::sessionBus(), SingleInstance::defaultSocketPath());
+    SingleInstance instance(SingleInstance::sessionBus(), SingleInstance::defaultSocketPath());
 
     int line = 1;
     std::unique_ptr<ProgramCore> core;
@@ -108,10 +125,12 @@ int main(int argc, char* argv[]) {
             Qt::QueuedConnection);
         QObject::connect(&requests, &WindowRequests::closeRequested, view, &QWidget::close,
                          Qt::QueuedConnection);
+#ifndef Q_OS_WIN
         // Before the load, so that the desktop hears of every song from the first one on.
         if (instance.ownsBusName())
             MprisPlayerAdaptor::publish(core.get(), core->playback(), core->playlists(), services, requests,
                                         QDBusConnection::sessionBus());
+#endif
         dialogs.setParent(window.get());
         window->load();
         window->showAfterStart(cmd.showWindow);

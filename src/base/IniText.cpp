@@ -7,6 +7,12 @@ namespace IniText {
 namespace {
 
 constexpr char kHex[] = "0123456789ABCDEF";
+// Line ends as QSettings writes them on this platform.
+#ifdef Q_OS_WIN
+constexpr char kEol[] = "\r\n";
+#else
+constexpr char kEol[] = "\n";
+#endif
 
 void appendHex(QByteArray& out, uint value, int digits) {
     for (int shift = (digits - 1) * 4; shift >= 0; shift -= 4)
@@ -111,16 +117,17 @@ QByteArray write(const Sections& sections) {
         if (section.value().isEmpty())
             continue;
         if (!first)
-            out += '\n';
+            out += kEol;
         first = false;
         out += '[';
         appendKey(out, section.key());
-        out += "]\n";
+        out += ']';
+        out += kEol;
         for (auto entry = section.value().cbegin(); entry != section.value().cend(); ++entry) {
             appendKey(out, entry.key());
             out += '=';
             appendValue(out, entry.value());
-            out += '\n';
+            out += kEol;
         }
     }
     return out;

@@ -22,16 +22,11 @@ IniSettingsStore::IniSettingsStore(const QString& fileName) : m_fileName(fileNam
 }
 
 QString IniSettingsStore::defaultFileName() {
-#ifdef Q_OS_WIN
-    // Existing installations keep their values in this registry branch.
-    return QStringLiteral("HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\") + applicationName();
-#else
     QString base = qEnvironmentVariable("XDG_CONFIG_HOME");
     if (base.isEmpty())
         base = QDir::homePath() + QStringLiteral("/.config");
     return base + QLatin1Char('/') + applicationName() + QLatin1Char('/') + applicationName() +
            QStringLiteral(".ini");
-#endif
 }
 
 QString IniSettingsStore::fileName() const {

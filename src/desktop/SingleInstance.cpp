@@ -1,10 +1,13 @@
 #include "desktop/SingleInstance.h"
 
-#include <QDBusConnectionInterface>
-#include <QDBusMessage>
 #include <QDir>
 #include <QLocalSocket>
 #include <QStandardPaths>
+
+#ifndef Q_OS_WIN
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#endif
 
 const QString SingleInstance::kBusName = QStringLiteral("org.mpris.MediaPlayer2.TavoMP3Player");
 const QString SingleInstance::kObjectPath = QStringLiteral("/example/tavomp3/player");
@@ -22,8 +25,21 @@ QByteArray request(bool show, bool play) {
 
 } // namespace
 
-SingleInstance::SingleInstance(const QDBusConnection& bus, const QString& socketPath, QObject* parent)
-    : QObject(parent), m_bus(bus), m_socketPath(socketPath) {
+SessionBus SingleInstance::sessionBus() {
+#ifdef Q_OS_WIN
+    return nullptr;
+#else
+    return QDBusConnection::sessionBus();
+#endif
+}
+
+SingleInstance::SingleInstance([[maybe_unused]] const SessionBus& bus, const QString& socketPath,
+                               QObject* parent)
+    : QObject(parent),
+#ifndef Q_OS_WIN
+      m_bus(bus),
+#endif
+      m_socketPath(socketPath) {
     connect(&m_server, &QLocalServer::newConnection, this, [this] {
         while (QLocalSocket* socket = m_server.nextPendingConnection()) {
             connect(socket, &QLocalSocket::readyRead, this, [this, socket] { readRequest(socket); });
@@ -34,21 +50,31 @@ SingleInstance::SingleInstance(const QDBusConnection& bus, const QString& socket
 }
 
 SingleInstance::~SingleInstance() {
+#ifndef Q_OS_WIN
     if (m_ownsName)
         m_bus.interface()->unregisterService(kBusName);
+#endif
 }
 
 QString SingleInstance::defaultSocketPath() {
+#ifdef Q_OS_WIN
+    // A named pipe: one name per user, and QLocalServer::UserAccessOption lets only that user in.
+    return QStringLiteral("TavoMP3Player.instance.") + qEnvironmentVariable("USERNAME");
+#else
     // Qt makes sure the folder belongs to the user and only the user may enter it, or gives none.
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
     return folder.isEmpty() ? QString() : QDir(folder).filePath(QStringLiteral("TavoMP3Player.instance"));
+#endif
 }
 
 bool SingleInstance::claim(bool show, bool play) {
+#ifndef Q_OS_WIN
     if (m_bus.isConnected() && handOverOnBus(show, play))
         return false;
+#endif
     if (handOverLocally(show, play))
         return false;
+#ifndef Q_OS_WIN
     if (m_bus.isConnected() && m_busProblem.isEmpty()) {
         m_bus.registerObject(kObjectPath, this, QDBusConnection::ExportScriptableSlots);
         const auto reply =
@@ -59,12 +85,14 @@ bool SingleInstance::claim(bool show, bool play) {
         if (!m_ownsName && handOverOnBus(show, play))
             return false;
     }
+#endif
     if (listenLocally())
         return true;
     // Another start has begun to listen in the meantime.
     return !handOverLocally(show, play);
 }
 
+#ifndef Q_OS_WIN
 bool SingleInstance::handOverOnBus(bool show, bool play) {
     if (!m_bus.interface()->isServiceRegistered(kBusName))
         return false;
@@ -81,6 +109,7 @@ bool SingleInstance::handOverOnBus(bool show, bool play) {
                        "playerctl); das andere Programm behält den Namen.");
     return false;
 }
+#endif
 
 bool SingleInstance::handOverLocally(bool show, bool play) {
     if (m_socketPath.isEmpty())

@@ -1,14 +1,23 @@
 #pragma once
 
-#include <QDBusConnection>
 #include <QLocalServer>
 #include <QObject>
 #include <QString>
 
+#ifdef Q_OS_WIN
+#include <cstddef>
+// Windows has no session bus.
+using SessionBus = std::nullptr_t;
+#else
+#include <QDBusConnection>
+using SessionBus = QDBusConnection;
+#endif
+
 // One program per user session. A second start hands its command-line words to the running program
 // and ends, instead of sharing its player and overwriting its settings at close. The running program
 // is found by its name on the session bus, the name desktop player controls know it by, and where
-// there is no bus by a local socket in the user's private runtime folder.
+// there is no bus by a local socket in the user's private runtime folder. Windows has no session bus:
+// there the local socket (a named pipe of the user's) is the only way.
 class SingleInstance : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "example.tavomp3.player.Instance")
@@ -16,8 +25,11 @@ public:
     static const QString kBusName;
     static const QString kObjectPath;
 
+    // The user's session bus; nothing on Windows.
+    static SessionBus sessionBus();
+
     // socketPath: "" = no local socket (no private runtime folder).
-    SingleInstance(const QDBusConnection& bus, const QString& socketPath, QObject* parent = nullptr);
+    SingleInstance(const SessionBus& bus, const QString& socketPath, QObject* parent = nullptr);
     ~SingleInstance() override;
 
     // The socket in the user's runtime folder, which only the user can enter; "" when there is none.
@@ -39,12 +51,16 @@ signals:
     void activationRequested(bool show, bool play);
 
 private:
+#ifndef Q_OS_WIN
     bool handOverOnBus(bool show, bool play);
+#endif
     bool handOverLocally(bool show, bool play);
     bool listenLocally();
     void readRequest(class QLocalSocket* socket);
 
+#ifndef Q_OS_WIN
     QDBusConnection m_bus;
+#endif
     QString m_socketPath;
     QLocalServer m_server;
     bool m_ownsName = false;

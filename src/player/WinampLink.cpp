@@ -4,10 +4,10 @@
 
 #include "base/Dialogs.h"
 #include "base/RuntimeError.h"
+#include "base/StatusLine.h"
 #include "player/WinampMessages.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QProcess>
@@ -17,11 +17,15 @@
 
 namespace {
 constexpr wchar_t kWindowClass[] = L"Winamp v1.x";
-// The classic wait counted find attempts in a 16-bit counter until it overflowed; here the wait ends by time.
-constexpr int kStartWaitMs = 10000;
+constexpr int kPlayerIoError = 57;
 
 HWND findPlayer() {
     return FindWindowW(kWindowClass, nullptr);
+}
+
+QString answerKey(quint32 msg, qint64 wParam, qint64 lParam) {
+    return QString::number(msg) + QLatin1Char(':') + QString::number(wParam) + QLatin1Char(':') +
+           QString::number(lParam);
 }
 } // namespace
 
@@ -29,32 +33,77 @@ WinampLink::WinampLink(StatusLine& status, Dialogs& dialogs, QObject* parent)
     : PlayerLink(status, parent), m_dialogs(dialogs) {
 }
 
+bool WinampLink::isConnected() const {
+    return hWinamp != nullptr && IsWindow(HWND(hWinamp));
+}
+
 qint64 WinampLink::send(quint32 msg, qint64 wParam, qint64 lParam) {
-    return qint64(SendMessageA(HWND(hWinamp), msg, WPARAM(wParam), LPARAM(lParam)));
+    if (hWinamp == nullptr)
+        return 0;
+    DWORD_PTR result = 0;
+    // A player that Windows already knows to hang is not waited for at all.
+    const UINT flags = SMTO_NORMAL | SMTO_ABORTIFHUNG;
+    if (SendMessageTimeoutW(HWND(hWinamp), msg, WPARAM(wParam), LPARAM(lParam), flags, UINT(answerWaitMs),
+                            &result) != 0) {
+        if (m_stalled) {
+            m_stalled = false;
+            if (m_status.text() == m_stallText)
+                m_status.setText(QString());
+        }
+        if (msg != WinampMessages::WmCopyData)
+            m_answers.insert(answerKey(msg, wParam, lParam), qint64(LRESULT(result)));
+        return qint64(LRESULT(result));
+    }
+    // A window that is gone swallows the message: the query answers 0, as for a stopped player.
+    if (!IsWindow(HWND(hWinamp)))
+        return 0;
+    stall();
+    return m_answers.value(answerKey(msg, wParam, lParam), 0);
+}
+
+void WinampLink::stall() {
+    if (m_stalled)
+        return;
+    m_stalled = true;
+    ReportWinampError(QStringLiteral("Der Player antwortet nicht"), kPlayerIoError);
+    m_stallText = m_status.text();
 }
 
 QString WinampLink::windowTitle() const {
-    const int length = GetWindowTextLengthA(HWND(hWinamp));
-    QByteArray buffer(length + 1, '\0');
-    const int got = GetWindowTextA(HWND(hWinamp), buffer.data(), length + 1);
-    return QString::fromLocal8Bit(buffer.constData(), got);
+    // The wide title: a song name the ANSI code page cannot show still arrives whole.
+    const int length = GetWindowTextLengthW(HWND(hWinamp));
+    std::wstring buffer(size_t(length) + 1, L'\0');
+    const int got = GetWindowTextW(HWND(hWinamp), buffer.data(), length + 1);
+    return QString::fromWCharArray(buffer.data(), got);
 }
 
 void WinampLink::StartWinamp(const QString& path) {
     try {
         hWinamp = findPlayer();
+        m_stalled = false;
+        m_answers.clear();
         const bool exists = path.isEmpty() || QFileInfo::exists(path);
         if (exists && !path.isEmpty() && hWinamp == nullptr) {
-            QProcess::startDetached(path, {});
+            // Minimized, taking the focus, as the player is started by hand from the tray.
+            QProcess process;
+            process.setProgram(path);
+            process.setCreateProcessArgumentsModifier([](QProcess::CreateProcessArguments* args) {
+                args->startupInfo->dwFlags |= STARTF_USESHOWWINDOW;
+                args->startupInfo->wShowWindow = SW_SHOWMINIMIZED;
+            });
+            process.startDetached();
+            // The classic wait counted find attempts in a 16-bit counter until it overflowed; here the
+            // wait ends by time, with the same overflow report.
             QElapsedTimer waited;
             waited.start();
             while (hWinamp == nullptr) {
-                if (waited.elapsed() > kStartWaitMs)
+                if (waited.elapsed() > startWaitMs)
                     throw RuntimeError::overflow();
                 hWinamp = findPlayer();
                 for (int i = 0; i < 4; ++i)
                     QCoreApplication::processEvents();
-                QThread::msleep(10);
+                if (hWinamp == nullptr)
+                    QThread::msleep(10);
             }
         } else if (!exists) {
             m_dialogs.message(
@@ -76,18 +125,17 @@ qint32 WinampLink::WinampJumpToTime(qint32 seconds, qint32 milliseconds) {
 }
 
 void WinampLink::WinampPlayFile(const QString& path) {
-    const QString name = WinampMessages::playFileName(path);
-    QByteArray ansi = name.toLocal8Bit();
+    QByteArray data = WinampMessages::playFileData(WinampMessages::playFileName(path));
     COPYDATASTRUCT record;
     record.dwData = WinampMessages::IpcPlayFile;
-    record.cbData = DWORD(WinampMessages::playFileDataSize(name));
-    record.lpData = ansi.data();
+    record.cbData = DWORD(data.size());
+    record.lpData = data.data();
     send(WinampMessages::WmCopyData, 0, qint64(reinterpret_cast<LPARAM>(&record)));
 }
 
 void WinampLink::WinampCommand(qint32 commandId) {
     const auto m = WinampMessages::command(commandId);
-    PostMessageA(HWND(hWinamp), m.msg, WPARAM(m.wParam), LPARAM(m.lParam));
+    PostMessageW(HWND(hWinamp), m.msg, WPARAM(m.wParam), LPARAM(m.lParam));
 }
 
 QVariant WinampLink::WinampGetInfo(quint8 code) {

@@ -54,8 +54,10 @@ QString playFileName(const QString& path) {
     return path.endsWith(QLatin1Char('\\')) ? path.chopped(1) : path;
 }
 
-qint32 playFileDataSize(const QString& fileName) {
-    return Checked::toInt32(fileName.size() + 1);
+QByteArray playFileData(const QString& fileName) {
+    QByteArray data = fileName.toLocal8Bit();
+    data.append('\0');
+    return data;
 }
 
 } // namespace WinampMessages

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QtGlobal>
 #include <optional>
@@ -44,7 +45,9 @@ Message jumpToTime(qint32 seconds, qint32 milliseconds);
 Message command(qint32 commandId);
 // The file name as handed over: one trailing backslash dropped.
 QString playFileName(const QString& path);
-// cbData of the hand-over record: the characters plus the terminating zero.
-qint32 playFileDataSize(const QString& fileName);
+// The hand-over record's data: the name in the 8-bit code page the player reads, ended by a zero.
+// cbData is its size in bytes, which for a name with non-ASCII characters in a multi-byte code page
+// is more than its characters.
+QByteArray playFileData(const QString& fileName);
 
 } // namespace WinampMessages

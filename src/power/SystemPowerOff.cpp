@@ -2,9 +2,12 @@
 
 #include "power/WindowsShutdown.h"
 
+#include <QProcess>
+
+#ifndef Q_OS_WIN
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QProcess>
+#endif
 
 void SystemPowerOff::ShutdownWindows(qint32 mode) {
     const QString command = qEnvironmentVariable(kCommandVariable);
@@ -28,6 +31,7 @@ bool SystemPowerOff::runCommand(const QString& command) {
 #endif
 }
 
+#ifndef Q_OS_WIN
 bool SystemPowerOff::callLogind() {
     QDBusMessage call = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.login1"), QStringLiteral("/org/freedesktop/login1"),
@@ -36,3 +40,4 @@ bool SystemPowerOff::callLogind() {
     // Not waited for: the answer, if any, would arrive while the session is ending.
     return QDBusConnection::systemBus().send(call);
 }
+#endif

@@ -15,7 +15,9 @@ public:
 
     // Starts `command` through the shell, detached; true when it could be started.
     static bool runCommand(const QString& command);
+#ifndef Q_OS_WIN
     // Asks logind to power off; interactive=false so no password prompt can block the
     // unattended sleep mode.
     static bool callLogind();
+#endif
 };

@@ -11,7 +11,6 @@ namespace {
 ShutdownModule::WindowsVersion queryVersion() {
     OSVERSIONINFOA info{};
     info.dwOSVersionInfoSize = 148;
-#pragma warning(suppress : 4996)
     GetVersionExA(&info);
     return {info.dwPlatformId, info.dwMajorVersion};
 }

@@ -2,6 +2,7 @@
 // downloaded player against the signed version list, swaps the player file for it and starts the
 // player again (the old one when the new one does not start). "--silent" reports on standard error
 // instead of in message boxes.
+#include "base/RegistrySettingsStore.h"
 #include "base/SettingsStore.h"
 #include "ui/QtDialogs.h"
 #include "update/PlayerReplacement.h"
@@ -16,7 +17,11 @@ int main(int argc, char* argv[]) {
     QApplication::setApplicationName(SettingsStore::applicationName());
     const bool silent = app.arguments().contains(QStringLiteral("--silent"));
 
+#ifdef Q_OS_WIN
+    RegistrySettingsStore settings; // where existing installations keep their settings
+#else
     IniSettingsStore settings;
+#endif
     std::unique_ptr<Dialogs> dialogs;
     if (silent)
         dialogs = std::make_unique<ConsoleDialogs>();

@@ -68,12 +68,17 @@ private slots:
         QTest::newRow("one backslash dropped") << u"C:\\Music\\"_s << u"C:\\Music"_s;
         QTest::newRow("only one of two") << u"C:\\Music\\\\"_s << u"C:\\Music\\"_s;
         QTest::newRow("empty") << u""_s << u""_s;
+        // More bytes than characters wherever the 8-bit code page is UTF-8 (Linux, and Windows set so).
+        QTest::newRow("umlauts") << u"C:\\Grüße\\Ärger.mp3"_s << u"C:\\Grüße\\Ärger.mp3"_s;
     }
     void playFileArguments() {
         QFETCH(QString, path);
         QFETCH(QString, handedOver);
         QCOMPARE(WinampMessages::playFileName(path), handedOver);
-        QCOMPARE(WinampMessages::playFileDataSize(handedOver), qint32(handedOver.size() + 1));
+        // cbData covers the whole name and its zero: the player reads it back complete.
+        const QByteArray data = WinampMessages::playFileData(handedOver);
+        QVERIFY(data.endsWith('\0'));
+        QCOMPARE(QString::fromLocal8Bit(data.constData(), data.size() - 1), handedOver);
     }
 
     void mpvVersionNumber_data() {

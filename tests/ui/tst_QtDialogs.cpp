@@ -91,7 +91,7 @@ private slots:
         request.initialDir = dir.path();
         request.defaultExt = "txt";
         const auto got = dialogs.saveFile(request);
-        QCOMPARE(got.value_or("(cancelled)"), dir.filePath(saved));
+        QCOMPARE(got.value_or("(cancelled)"), QDir::toNativeSeparators(dir.filePath(saved)));
         QCOMPARE(shownFilters, (QStringList{"Playlisten (*.txt)", "M3U8-Playliste (*.m3u8)"}));
     }
 };
