@@ -109,11 +109,16 @@ void PlaybackMonitor::runTick(int& line) {
         emit indicatorsChanged();
     }
     line = 4;
+    const bool stopped = m_state.WinampStatus != 1 && m_state.WinampStatus != 3;
     if (m_joined) {
         m_joined = false;
         if (m_queue)
             m_queue->commit();
-    } else if (m_state.PlayMode == 1 && m_state.WinampStatus != 1 && m_state.WinampStatus != 3) {
+        // A player that could not keep the file it went on to (one it cannot open) has stopped: the
+        // next song follows, as after any failed start.
+        if (m_state.PlayMode == 1 && stopped)
+            startNextSong();
+    } else if (m_state.PlayMode == 1 && stopped) {
         startNextSong();
     }
     line = 5;
