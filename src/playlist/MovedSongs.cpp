@@ -23,7 +23,7 @@ QSet<QStringView> keysOf(const QStringList& lines, qsizetype upper) {
 
 namespace MovedSongs {
 
-int carryPriorities(const QStringList& old, qint16 oldUpper, QStringList& fresh, SongIdentities& identities) {
+int carryPriorities(const QStringList& old, qint32 oldUpper, QStringList& fresh, SongIdentities& identities) {
     const QSet<QStringView> freshKeys = keysOf(fresh, fresh.size() - 1);
     QList<qsizetype> gone;
     for (qsizetype i = 0; i <= oldUpper; ++i)

@@ -13,6 +13,6 @@ namespace MovedSongs {
 // Carries ":" and the digit of such old lines (0 to oldUpper) over to their new lines in `fresh`;
 // returns how many songs were recognised as moved. The files new to the list are handed to
 // `identities` to be learnt, and the records of gone files that no longer exist are dropped.
-int carryPriorities(const QStringList& old, qint16 oldUpper, QStringList& fresh, SongIdentities& identities);
+int carryPriorities(const QStringList& old, qint32 oldUpper, QStringList& fresh, SongIdentities& identities);
 
 } // namespace MovedSongs

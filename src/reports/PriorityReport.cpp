@@ -29,10 +29,9 @@ void PriorityReport::Run(const QStringList& lines, const ProgressDisplay& showPr
     line = 3;
     ReportFile report(m_path);
     line = 4;
-    // The counter is 16-bit: a longer list overflows before the first entry, a list of exactly
-    // 32768 entries when the counter steps past its last.
-    const qint16 last = Checked::toInt16(lines.size() - 1);
-    for (qint16 i = 0; i <= last; i = Checked::toInt16(qint64(i) + 1)) {
+    // The counter is as wide as a list's index (32 bits): any list that fits in memory is reported.
+    const qint32 last = Checked::toInt32(lines.size() - 1);
+    for (qint32 i = 0; i <= last; ++i) {
         const QString& entry = lines.at(i);
         if (entry.size() < 2)
             throw RuntimeError::invalidCall();
