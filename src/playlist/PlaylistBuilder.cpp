@@ -80,7 +80,8 @@ void PlaylistBuilder::BCreateList() {
                               QString::number(count) + skipped);
 }
 
-qint64 PlaylistBuilder::mergePriorities(const QStringList& old, qint32 oldUpper, QStringList& fresh) {
+qint64 PlaylistBuilder::mergePriorities(const QStringList& old, qint32 oldUpper, QStringList& fresh,
+                                        const std::function<void()>& between) {
     // What the merge does, as it always did: the old lines are taken in order, and each one's digit
     // goes to the first new line at or after the last match (j0) with the same path; that line
     // becomes the new j0. So an old path found before j0 is lost, and when paths repeat, one new
@@ -93,6 +94,8 @@ qint64 PlaylistBuilder::mergePriorities(const QStringList& old, qint32 oldUpper,
     firstAt.reserve(freshSize);
     std::vector<qsizetype> nextSame(size_t(freshSize), -1); // the next line with the same path
     for (qsizetype j = freshSize - 1; j >= 0; --j) {
+        if (between && j % 4096 == 0)
+            between();
         const QStringView key = keyOf(fresh.at(j));
         const auto it = firstAt.find(key);
         if (it == firstAt.end()) {
@@ -107,6 +110,8 @@ qint64 PlaylistBuilder::mergePriorities(const QStringList& old, qint32 oldUpper,
     qint64 loops = 0;
     qsizetype j0 = 0;
     for (qsizetype i = 0; i <= oldUpper; ++i) {
+        if (between && i % 4096 == 0)
+            between();
         const auto at = firstAt.find(keyOf(old.at(i)));
         qsizetype j = at == firstAt.end() ? -1 : *at;
         while (j >= 0 && j < j0)
@@ -151,10 +156,9 @@ void PlaylistBuilder::BUpdateList() {
     int moved = 0;
     SongIdentities* identities = m_services.songIdentities;
     if (oldUpper != 0) {
-        loops = mergePriorities(old, oldUpper, fresh);
-        slices.breathe();
+        loops = mergePriorities(old, oldUpper, fresh, between);
         if (identities)
-            moved = MovedSongs::carryPriorities(old, oldUpper, fresh, *identities);
+            moved = MovedSongs::carryPriorities(old, oldUpper, fresh, *identities, between);
     } else if (identities) {
         identities->rememberLines(fresh); // nothing to compare with: every file is new
     }

@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <QStringList>
+#include <functional>
 
 class EventSlices;
 class PlaylistManager;
@@ -29,8 +30,10 @@ public:
     // Carries ":" and the priority digit of every old line (0 to oldUpper) over to the line with the
     // same path in `fresh`, searching each old path from the position of the last match on. Returns
     // the number of comparisons a search along the list would make that do not match (64 bits: a
-    // list whose entries are all gone counts the square of its size).
-    static qint64 mergePriorities(const QStringList& old, qint32 oldUpper, QStringList& fresh);
+    // list whose entries are all gone counts the square of its size). `between` is called now and
+    // then, so that a long list lets the window paint.
+    static qint64 mergePriorities(const QStringList& old, qint32 oldUpper, QStringList& fresh,
+                                  const std::function<void()>& between = {});
 
     // A build or update is running: the window paints meanwhile (user input waits), and a second
     // run asked for in that time does nothing.

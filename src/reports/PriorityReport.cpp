@@ -18,6 +18,10 @@ QString PriorityReport::questionText() const {
            QStringLiteral("Wollen Sie fortfahren?");
 }
 
+QString PriorityReport::progressText(qint32 done, qint32 last) {
+    return QString::number(done) + QLatin1Char('/') + QString::number(last);
+}
+
 void PriorityReport::Run(const QStringList& lines, const ProgressDisplay& showProgress, int& line) {
     line = 1;
     // Cancel is the default: Return alone must not overwrite an earlier report.
@@ -35,12 +39,16 @@ void PriorityReport::Run(const QStringList& lines, const ProgressDisplay& showPr
         const QString& entry = lines.at(i);
         if (entry.size() < 2)
             throw RuntimeError::invalidCall();
-        const QString song = entry.left(entry.size() - 2);
-        const QString priority = entry.right(1);
-        if (Checked::textToInt16(priority) < 4)
-            report.WriteLine(song + QStringLiteral(" - ") + priority);
+        const QChar priority = entry.back();
+        // A digit is read at once; anything else goes through the conversion and its error.
+        const bool digit = priority >= u'0' && priority <= u'9';
+        if ((digit ? priority.unicode() - u'0' : Checked::textToInt16(QString(priority))) < 4) {
+            QString text = entry.left(entry.size() - 2);
+            text.append(QLatin1String(" - ")).append(priority);
+            report.WriteLine(text);
+        }
         if (showProgress)
-            showProgress(QString::number(i) + QLatin1Char('/') + QString::number(last));
+            showProgress(i, last);
     }
     line = 5;
     report.Close();

@@ -31,7 +31,11 @@ class TestPriorityReport : public QObject {
         bool go(const QStringList& lines) {
             return ErrorReport::guard(t.dialogs, "BReportPrio_Click", [&](int& line) {
                 report.Run(
-                    lines, [this](const QString& text) { progress << text; }, line);
+                    lines,
+                    [this](qint32 done, qint32 last) {
+                        progress << PriorityReport::progressText(done, last);
+                    },
+                    line);
             });
         }
     };
