@@ -48,30 +48,37 @@ int carryPriorities(const QStringList& old, qint32 oldUpper, QStringList& fresh,
 
     // Gone files are known by what was remembered of them.
     QStringList gonePaths;
-    QHash<AudioFingerprint, QList<qsizetype>> goneByAudio;
-    QSet<quint64> audioLengths;
+    gonePaths.reserve(gone.size());
     for (qsizetype i : gone) {
         pauseNow(between, gonePaths.size());
         gonePaths.append(keyOf(old.at(i)).toString());
-        if (const std::optional<AudioFingerprint> f = identities.remembered(gonePaths.last())) {
-            goneByAudio[*f].append(i);
+    }
+    QHash<AudioFingerprint, QList<qsizetype>> goneByAudio;
+    QSet<quint64> audioLengths;
+    const QList<std::optional<AudioFingerprint>> known = identities.remembered(gonePaths);
+    for (qsizetype k = 0; k < gone.size(); ++k)
+        if (const std::optional<AudioFingerprint>& f = known.at(k)) {
+            goneByAudio[*f].append(gone.at(k));
             audioLengths.insert(f->audioBytes);
         }
-    }
 
     const QSet<QStringView> oldKeys = keysOf(old, oldUpper, between);
     QList<qsizetype> newcomers;
-    QStringList newPaths;
+    QStringList newLines; // shared with `fresh`, not copied
     for (qsizetype j = 0; j < fresh.size(); ++j) {
         pauseNow(between, j);
         if (!fresh.at(j).isEmpty() && !oldKeys.contains(keyOf(fresh.at(j)))) {
             newcomers.append(j);
-            newPaths.append(keyOf(fresh.at(j)).toString());
+            newLines.append(fresh.at(j));
         }
     }
 
     int moved = 0;
     if (!goneByAudio.isEmpty() && !newcomers.isEmpty()) {
+        QStringList newPaths;
+        newPaths.reserve(newLines.size());
+        for (const QString& line : newLines)
+            newPaths.append(keyOf(line).toString());
         const QList<std::optional<AudioFingerprint>> found = identities.identifyNow(newPaths, audioLengths);
         QHash<AudioFingerprint, QList<qsizetype>> newByAudio;
         for (qsizetype k = 0; k < newcomers.size(); ++k)
@@ -91,7 +98,7 @@ int carryPriorities(const QStringList& old, qint32 oldUpper, QStringList& fresh,
     // go too and are read again when it comes back. New files not read yet are learnt in the
     // background.
     identities.forgetMissing(gonePaths);
-    identities.rememberPaths(newPaths);
+    identities.rememberLines(newLines);
     return moved;
 }
 
