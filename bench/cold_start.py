@@ -106,13 +106,35 @@ def wait_until(probe, timeout=10):
     raise SystemExit("timed out")
 
 
+def players_of(socket_path):
+    """The mpv processes started for this run's socket, by the program or by this script."""
+    pids = []
+    for entry in os.listdir("/proc"):
+        try:
+            with open("/proc/%s/cmdline" % entry, "rb") as f:
+                words = f.read().split(b"\0")
+        except (OSError, ValueError):
+            continue
+        if entry.isdigit() and ("--input-ipc-server=" + socket_path).encode() in words:
+            pids.append(int(entry))
+    return pids
+
+
 def quit_player(socket_path):
     try:
         pid = ask(socket_path, "get_property", "pid")
         ask(socket_path, "quit")
+        wait_until(lambda: not os.path.exists("/proc/%d" % pid) or open("/proc/%d/stat" % pid).read().split(")")[1].split()[0] == "Z")
     except OSError:
-        return
-    wait_until(lambda: not os.path.exists("/proc/%d" % pid) or open("/proc/%d/stat" % pid).read().split(")")[1].split()[0] == "Z")
+        pass
+    # A player the program started just before it was ended may not listen yet: it would be left behind.
+    left = players_of(socket_path)
+    for pid in left:
+        try:
+            os.kill(pid, 15)
+        except OSError:
+            pass
+    wait_until(lambda: not [pid for pid in left if pid in players_of(socket_path)])
 
 
 def main():
