@@ -87,24 +87,40 @@ qint64 PlaylistBuilder::mergePriorities(const QStringList& old, qint32 oldUpper,
     // becomes the new j0. So an old path found before j0 is lost, and when paths repeat, one new
     // line can take the digit of several old lines: the last of them wins. Each search counts its
     // failed comparisons: j - j0 when found, everything from j0 to the end when not.
-    // The search itself goes through a hash of the new paths instead of along the list, so that a
-    // list whose entries are all gone costs no more than an unchanged one.
+    // The search itself looks at the last match and the line after it (a list in the same order)
+    // and otherwise goes through a hash of the new paths instead of along the list, so that a list
+    // whose entries are all gone costs no more than an unchanged one.
     const qsizetype freshSize = Checked::toInt32(fresh.size());
     QHash<QStringView, qsizetype> firstAt; // the first line of a path not passed by j0 yet
-    firstAt.reserve(freshSize);
-    std::vector<qsizetype> nextSame(size_t(freshSize), -1); // the next line with the same path
-    for (qsizetype j = freshSize - 1; j >= 0; --j) {
-        if (between && j % 4096 == 0)
-            between();
-        const QStringView key = keyOf(fresh.at(j));
-        const auto it = firstAt.find(key);
-        if (it == firstAt.end()) {
-            firstAt.insert(key, j);
-        } else {
-            nextSame[size_t(j)] = *it;
-            *it = j;
+    std::vector<qsizetype> nextSame;       // the next line with the same path
+    auto hashFresh = [&] {
+        firstAt.reserve(freshSize);
+        nextSame.assign(size_t(freshSize), -1);
+        for (qsizetype j = freshSize - 1; j >= 0; --j) {
+            if (between && j % 4096 == 0)
+                between();
+            const QStringView key = keyOf(fresh.at(j));
+            const auto it = firstAt.find(key);
+            if (it == firstAt.end()) {
+                firstAt.insert(key, j);
+            } else {
+                nextSame[size_t(j)] = *it;
+                *it = j;
+            }
         }
-    }
+    };
+    auto searchHash = [&](QStringView key, qsizetype j0) {
+        if (nextSame.empty())
+            hashFresh();
+        const auto at = firstAt.find(key);
+        if (at == firstAt.end())
+            return qsizetype(-1);
+        qsizetype j = *at;
+        while (j >= 0 && j < j0)
+            j = nextSame[size_t(j)];
+        *at = j; // lines before j0 can never match again
+        return j;
+    };
 
     std::vector<qsizetype> winner(size_t(freshSize), -1); // the old line whose digit a new line takes
     qint64 loops = 0;
@@ -112,12 +128,14 @@ qint64 PlaylistBuilder::mergePriorities(const QStringList& old, qint32 oldUpper,
     for (qsizetype i = 0; i <= oldUpper; ++i) {
         if (between && i % 4096 == 0)
             between();
-        const auto at = firstAt.find(keyOf(old.at(i)));
-        qsizetype j = at == firstAt.end() ? -1 : *at;
-        while (j >= 0 && j < j0)
-            j = nextSame[size_t(j)];
-        if (at != firstAt.end())
-            *at = j; // lines before j0 can never match again
+        const QStringView key = keyOf(old.at(i));
+        qsizetype j = -1;
+        if (j0 < freshSize && keyOf(fresh.at(j0)) == key)
+            j = j0;
+        else if (j0 + 1 < freshSize && keyOf(fresh.at(j0 + 1)) == key)
+            j = j0 + 1;
+        else
+            j = searchHash(key, j0);
         if (j < 0) {
             loops += freshSize - j0;
             continue;
@@ -126,13 +144,11 @@ qint64 PlaylistBuilder::mergePriorities(const QStringList& old, qint32 oldUpper,
         winner[size_t(j)] = i;
         j0 = j;
     }
-    for (qsizetype j = 0; j < freshSize; ++j) {
-        if (winner[size_t(j)] < 0)
-            continue;
-        QString carried = keyOf(fresh.at(j)).toString();
-        carried.append(QStringView(old.at(winner[size_t(j)])).right(2));
-        fresh[j] = std::move(carried);
-    }
+    // The new line with the old digit is the old line itself (same path, same ":" and digit): it is
+    // shared rather than made again. Only now, since the hash's keys point into the new lines.
+    for (qsizetype j = 0; j < freshSize; ++j)
+        if (winner[size_t(j)] >= 0)
+            fresh[j] = old.at(winner[size_t(j)]);
     return loops;
 }
 

@@ -11,6 +11,7 @@
 
 #include <QDir>
 #include <QLocale>
+#include <QRandomGenerator>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -264,6 +265,36 @@ private slots:
         QStringList lines = list(fresh);
         QCOMPARE(PlaylistBuilder::mergePriorities(list(old), qint32(list(old).size() - 1), lines), loops);
         QCOMPARE(lines, list(merged));
+    }
+
+    // Random lists with repeated, missing and reordered paths give what the search along the list
+    // gave, digit for digit and comparison for comparison.
+    void mergeMatchesTheSearchAlongTheList() {
+        QRandomGenerator random(31);
+        auto draw = [&random](int size) {
+            QStringList lines;
+            for (int k = 0; k < size; ++k)
+                lines << u"/m/%1.mp3:%2"_s.arg(random.bounded(12)).arg(random.bounded(6));
+            return lines;
+        };
+        for (int round = 0; round < 300; ++round) {
+            const QStringList old = draw(random.bounded(1, 15));
+            QStringList fresh = draw(random.bounded(1, 15));
+            if (round % 2)
+                std::sort(fresh.begin(), fresh.end());
+            QStringList expected = fresh;
+            qint64 loops = 0;
+            qsizetype j0 = 0;
+            for (const QString& line : old)
+                for (qsizetype j = j0; j < expected.size(); ++j, ++loops)
+                    if (expected.at(j).chopped(2) == line.chopped(2)) {
+                        expected[j] = expected.at(j).chopped(2) + line.right(2);
+                        j0 = j;
+                        break;
+                    }
+            QCOMPARE(PlaylistBuilder::mergePriorities(old, qint32(old.size() - 1), fresh), loops);
+            QCOMPARE(fresh, expected);
+        }
     }
 
     // Against the disk: files removed and added between build and update.
