@@ -198,7 +198,7 @@ void BM_MergeUnchanged(benchmark::State& state) {
         QStringList work = fresh;
         work.detach();
         state.ResumeTiming();
-        benchmark::DoNotOptimize(PlaylistBuilder::mergePriorities(old, qint16(old.size() - 1), work));
+        benchmark::DoNotOptimize(PlaylistBuilder::mergePriorities(old, qint32(old.size() - 1), work));
     }
     state.SetComplexityN(state.range(0));
 }

@@ -3,7 +3,9 @@
 mpv itself ("cold"). Runs under an X server (bench/cold_start.sh starts one with xvfb-run); the window is
 seen through X's MapNotify events, so nothing inside the program is measured or changed.
 
-Usage: cold_start.py <TavoMP3Player> [runs]   Prints every run, the medians and the cold/warm ratios."""
+Usage: cold_start.py <TavoMP3Player> [runs]   Prints every run, the medians and the cold/warm ratios.
+TAVO_BENCH_LIST=<playlist file> starts with that list instead of 20 songs (bench_big_lists writes lists
+of 100 000 to 300 000 songs for it)."""
 import ctypes
 import ctypes.util
 import json
@@ -104,13 +106,35 @@ def wait_until(probe, timeout=10):
     raise SystemExit("timed out")
 
 
+def players_of(socket_path):
+    """The mpv processes started for this run's socket, by the program or by this script."""
+    pids = []
+    for entry in os.listdir("/proc"):
+        try:
+            with open("/proc/%s/cmdline" % entry, "rb") as f:
+                words = f.read().split(b"\0")
+        except (OSError, ValueError):
+            continue
+        if entry.isdigit() and ("--input-ipc-server=" + socket_path).encode() in words:
+            pids.append(int(entry))
+    return pids
+
+
 def quit_player(socket_path):
     try:
         pid = ask(socket_path, "get_property", "pid")
         ask(socket_path, "quit")
+        wait_until(lambda: not os.path.exists("/proc/%d" % pid) or open("/proc/%d/stat" % pid).read().split(")")[1].split()[0] == "Z")
     except OSError:
-        return
-    wait_until(lambda: not os.path.exists("/proc/%d" % pid) or open("/proc/%d/stat" % pid).read().split(")")[1].split()[0] == "Z")
+        pass
+    # A player the program started just before it was ended may not listen yet: it would be left behind.
+    left = players_of(socket_path)
+    for pid in left:
+        try:
+            os.kill(pid, 15)
+        except OSError:
+            pass
+    wait_until(lambda: not [pid for pid in left if pid in players_of(socket_path)])
 
 
 def main():
@@ -132,10 +156,12 @@ def main():
             song = os.path.join(music, "Lied %02d.mp3" % i)
             write_silent_mp3(song)
             f.write(song + ":5\r\n")
+    playlist = os.environ.get("TAVO_BENCH_LIST") or playlist
     ini = os.path.join(config, "TavoMP3Player", "TavoMP3Player.ini")
     settings = "[Settings]\nPlaylistFile=%s\nWinampPath=%s\nUserMP3Directory=%s\n" % (playlist, mpv, music)
     sock = os.path.join(runtime, "tavomp3-mpv.sock")
     env = dict(os.environ, XDG_CONFIG_HOME=config, XDG_RUNTIME_DIR=runtime, QT_QPA_PLATFORM="xcb",
+               XDG_CACHE_HOME=os.path.join(folder, "cache"),
                TAVOMP3_POWEROFF_COMMAND="true", TAVOMP3_UPDATE_HOST="127.0.0.1:9")
     watch = MapWatch()
     times = {"warm": [], "cold": []}

@@ -56,8 +56,6 @@ void PlaylistBinding::connectFileCommands() {
 }
 
 void PlaylistBinding::connectListTools() {
-    connect(&m_core.builder(), &PlaylistBuilder::statusPaintRequested, m_ui.FStatus,
-            [this] { m_ui.FStatus->repaint(); });
     auto build = [this](const char* place, void (PlaylistBuilder::*run)()) {
         return [this, place, run] {
             handle(QLatin1String(place), [this, run](int& line) {

@@ -64,15 +64,16 @@ void ReportsBinding::BReportPrio_Click() {
     handle(QStringLiteral("BReportPrio_Click"), [this](int& line) {
         PriorityReport report(m_core.services(), m_core.PriorityReportPath);
         rememberSongs();
-        // The counter is repainted while the loop runs; a 30 000-entry list must not spend its
-        // time painting, so the label is painted at most every 40 ms.
+        // The counter is repainted while the loop runs; a 300 000-entry list must not spend its
+        // time on texts and paints nobody sees, so the label is set and painted at most every 40 ms
+        // and at the last entry.
         QElapsedTimer sincePaint;
         sincePaint.start();
         report.Run(
             m_core.playlists().PlaylistPaths,
-            [this, &sincePaint](const QString& text) {
-                m_ui.FTest->setText(text);
-                if (sincePaint.elapsed() >= 40) {
+            [this, &sincePaint](qint32 done, qint32 last) {
+                if (done == last || sincePaint.elapsed() >= 40) {
+                    m_ui.FTest->setText(PriorityReport::progressText(done, last));
                     m_ui.FTest->repaint();
                     sincePaint.restart();
                 }

@@ -182,6 +182,15 @@ void TavoMP3PlayerMain::closeEvent(QCloseEvent* event) {
         event->accept();
         return;
     }
+    // A close that arrives while a long build paints the window waits for the new list, so that the
+    // save question is about the list the user will keep.
+    PlaylistBuilder& builder = m_core.builder();
+    if (builder.isRunning()) {
+        event->ignore();
+        connect(&builder, &PlaylistBuilder::finished, this, &QWidget::close,
+                Qt::ConnectionType(Qt::QueuedConnection | Qt::UniqueConnection | Qt::SingleShotConnection));
+        return;
+    }
     if (!closeMainWindow()) {
         event->ignore();
         return;

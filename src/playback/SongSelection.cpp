@@ -118,12 +118,9 @@ void SongSelection::startSong(qint32 position, qint16 n, bool handOver) {
 void SongSelection::SelectSong(qint32 position, qint16 n) {
     try {
         PlaylistListModel& list = m_playlists.list(n == 1 ? 1 : 2);
-        // The classic loop ran a 16-bit counter over all items; it overflows past 32767.
-        Checked::toInt16(list.count());
-        const qint16 row = Checked::toInt16(position);
-        if (row < 0 || row >= list.count())
+        if (position < 0 || position >= list.count())
             throw RuntimeError::invalidCall();
-        list.selectOnly(row);
+        list.selectOnly(position);
     } catch (const std::exception&) {
         m_services.status.setText(QStringLiteral("Sub SelectSong: Fehler beim Lied auswählen! ToSelect = ") +
                                   QString::number(position));

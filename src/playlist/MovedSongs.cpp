@@ -11,11 +11,19 @@ QStringView keyOf(const QString& line) {
     return QStringView(line).left(qMax<qsizetype>(0, line.size() - 2));
 }
 
-QSet<QStringView> keysOf(const QStringList& lines, qsizetype upper) {
+// Every 4096 entries, the caller's pause for the window.
+void pauseNow(const std::function<void()>& between, qsizetype i) {
+    if (between && i % 4096 == 0)
+        between();
+}
+
+QSet<QStringView> keysOf(const QStringList& lines, qsizetype upper, const std::function<void()>& between) {
     QSet<QStringView> keys;
     keys.reserve(upper + 1);
-    for (qsizetype i = 0; i <= upper; ++i)
+    for (qsizetype i = 0; i <= upper; ++i) {
+        pauseNow(between, i);
         keys.insert(keyOf(lines.at(i)));
+    }
     return keys;
 }
 
@@ -23,12 +31,15 @@ QSet<QStringView> keysOf(const QStringList& lines, qsizetype upper) {
 
 namespace MovedSongs {
 
-int carryPriorities(const QStringList& old, qint16 oldUpper, QStringList& fresh, SongIdentities& identities) {
-    const QSet<QStringView> freshKeys = keysOf(fresh, fresh.size() - 1);
+int carryPriorities(const QStringList& old, qint32 oldUpper, QStringList& fresh, SongIdentities& identities,
+                    const std::function<void()>& between) {
+    const QSet<QStringView> freshKeys = keysOf(fresh, fresh.size() - 1, between);
     QList<qsizetype> gone;
-    for (qsizetype i = 0; i <= oldUpper; ++i)
+    for (qsizetype i = 0; i <= oldUpper; ++i) {
+        pauseNow(between, i);
         if (!old.at(i).isEmpty() && !freshKeys.contains(keyOf(old.at(i))))
             gone.append(i);
+    }
     // Every old entry still there and no more entries than before: nothing is new, and an unchanged
     // collection costs no more than this look. (Only a list that named a file twice could hide a
     // new one here; it is learnt when the list is loaded next.)
@@ -37,27 +48,37 @@ int carryPriorities(const QStringList& old, qint16 oldUpper, QStringList& fresh,
 
     // Gone files are known by what was remembered of them.
     QStringList gonePaths;
+    gonePaths.reserve(gone.size());
+    for (qsizetype i : gone) {
+        pauseNow(between, gonePaths.size());
+        gonePaths.append(keyOf(old.at(i)).toString());
+    }
     QHash<AudioFingerprint, QList<qsizetype>> goneByAudio;
     QSet<quint64> audioLengths;
-    for (qsizetype i : gone) {
-        gonePaths.append(keyOf(old.at(i)).toString());
-        if (const std::optional<AudioFingerprint> f = identities.remembered(gonePaths.last())) {
-            goneByAudio[*f].append(i);
+    const QList<std::optional<AudioFingerprint>> known = identities.remembered(gonePaths);
+    for (qsizetype k = 0; k < gone.size(); ++k)
+        if (const std::optional<AudioFingerprint>& f = known.at(k)) {
+            goneByAudio[*f].append(gone.at(k));
             audioLengths.insert(f->audioBytes);
+        }
+
+    const QSet<QStringView> oldKeys = keysOf(old, oldUpper, between);
+    QList<qsizetype> newcomers;
+    QStringList newLines; // shared with `fresh`, not copied
+    for (qsizetype j = 0; j < fresh.size(); ++j) {
+        pauseNow(between, j);
+        if (!fresh.at(j).isEmpty() && !oldKeys.contains(keyOf(fresh.at(j)))) {
+            newcomers.append(j);
+            newLines.append(fresh.at(j));
         }
     }
 
-    const QSet<QStringView> oldKeys = keysOf(old, oldUpper);
-    QList<qsizetype> newcomers;
-    QStringList newPaths;
-    for (qsizetype j = 0; j < fresh.size(); ++j)
-        if (!fresh.at(j).isEmpty() && !oldKeys.contains(keyOf(fresh.at(j)))) {
-            newcomers.append(j);
-            newPaths.append(keyOf(fresh.at(j)).toString());
-        }
-
     int moved = 0;
     if (!goneByAudio.isEmpty() && !newcomers.isEmpty()) {
+        QStringList newPaths;
+        newPaths.reserve(newLines.size());
+        for (const QString& line : newLines)
+            newPaths.append(keyOf(line).toString());
         const QList<std::optional<AudioFingerprint>> found = identities.identifyNow(newPaths, audioLengths);
         QHash<AudioFingerprint, QList<qsizetype>> newByAudio;
         for (qsizetype k = 0; k < newcomers.size(); ++k)
@@ -77,7 +98,7 @@ int carryPriorities(const QStringList& old, qint16 oldUpper, QStringList& fresh,
     // go too and are read again when it comes back. New files not read yet are learnt in the
     // background.
     identities.forgetMissing(gonePaths);
-    identities.rememberPaths(newPaths);
+    identities.rememberLines(newLines);
     return moved;
 }
 

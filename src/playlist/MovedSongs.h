@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QStringList>
+#include <functional>
 
 class SongIdentities;
 
@@ -13,6 +14,8 @@ namespace MovedSongs {
 // Carries ":" and the digit of such old lines (0 to oldUpper) over to their new lines in `fresh`;
 // returns how many songs were recognised as moved. The files new to the list are handed to
 // `identities` to be learnt, and the records of gone files that no longer exist are dropped.
-int carryPriorities(const QStringList& old, qint16 oldUpper, QStringList& fresh, SongIdentities& identities);
+// `between` is called now and then, so that a long list lets the window paint.
+int carryPriorities(const QStringList& old, qint32 oldUpper, QStringList& fresh, SongIdentities& identities,
+                    const std::function<void()>& between = {});
 
 } // namespace MovedSongs

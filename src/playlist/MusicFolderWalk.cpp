@@ -37,12 +37,9 @@ void MusicFolderWalk::addFile(const QString& line, QStringList& lines) {
         lines.first() = line; // the empty playlist's element 0 becomes the first file
     else
         lines.append(line);
-    m_count = Checked::toInt16(qint64(m_count) + 1);
-    if (m_count % 64 == 0) {
+    m_count = Checked::toInt32(qint64(m_count) + 1);
+    if (m_count % 64 == 0)
         m_status.setText(QStringLiteral("Suche Dateien: ") + QString::number(m_count));
-        if (paintStatus)
-            paintStatus();
-    }
 }
 
 QString MusicFolderWalk::skippedNote() const {
@@ -95,6 +92,8 @@ void MusicFolderWalk::walkRoot(QString root, QStringList& lines) {
     QString cur = root;
     bool listed = enter(cur); // whether cur's own listing is the last one in m_open
     auto nextName = [&]() -> QString {
+        if (between)
+            between();
         if (!listed)
             return QString();
         Listing& open = m_open.last();

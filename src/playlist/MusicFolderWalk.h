@@ -19,13 +19,13 @@ class MusicFolderWalk {
 public:
     MusicFolderWalk(const FolderLister& lister, StatusLine& status);
 
-    // Called right after each progress text, so that the window can paint it while the walk runs.
-    std::function<void()> paintStatus;
+    // Called before each entry is taken, so that a long walk can let the window paint (EventSlices).
+    std::function<void()> between;
 
     // Walks every root into `lines`, an empty playlist ("" at 0) or lines from an earlier root.
-    // Raises the overflow error at the 32768th file, like the 16-bit counter it replaces.
+    // The file counter is 32 bits wide, as large as a list can be.
     void run(const QStringList& roots, QStringList& lines);
-    qint16 count() const { return m_count; }
+    qint32 count() const { return m_count; }
     // "" when every name could be read, else the note the final status text ends with: how many
     // entries were skipped because their names are not valid UTF-8 (old Latin-1 names), and the
     // first of them.
@@ -54,7 +54,7 @@ private:
     const FolderLister& m_lister;
     StatusLine& m_status;
     QChar m_sep;
-    qint16 m_count = 0;
+    qint32 m_count = 0;
     int m_skipped = 0;
     QString m_firstSkipped;
     // The listings of the current folder and its open ancestors. A finished folder goes back to its

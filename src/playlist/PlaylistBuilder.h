@@ -5,7 +5,9 @@
 
 #include <QObject>
 #include <QStringList>
+#include <functional>
 
+class EventSlices;
 class PlaylistManager;
 
 // Builds playlist 1 from the music directories (BCreateList) and brings it up to date with the
@@ -25,21 +27,31 @@ public:
     void BCreateList();
     void BUpdateList();
 
-    // Carries ":" and the priority digit of every old line over to the line with the same path in
-    // `fresh`, searching each old path from the position of the last match on. Returns the number
-    // of comparisons that did not match.
-    static qint32 mergePriorities(const QStringList& old, qint16 oldUpper, QStringList& fresh);
+    // Carries ":" and the priority digit of every old line (0 to oldUpper) over to the line with the
+    // same path in `fresh`, searching each old path from the position of the last match on. Returns
+    // the number of comparisons a search along the list would make that do not match (64 bits: a
+    // list whose entries are all gone counts the square of its size). `between` is called now and
+    // then, so that a long list lets the window paint.
+    static qint64 mergePriorities(const QStringList& old, qint32 oldUpper, QStringList& fresh,
+                                  const std::function<void()>& between = {});
+
+    // A build or update is running: the window paints meanwhile (user input waits), and a second
+    // run asked for in that time does nothing.
+    bool isRunning() const { return m_running; }
 
 signals:
-    // A progress text was put into the status line and should be painted before the walk goes on.
-    void statusPaintRequested();
+    // A build or update has ended (also by an error).
+    void finished();
 
 private:
-    // Walks all music directories into `lines` (an empty playlist on entry). Returns the note on
-    // skipped names that ends the final status text ("" when none).
-    QString collect(QStringList& lines);
+    struct Running;
+    // Walks all music directories into `lines` (an empty playlist on entry), letting the window
+    // paint now and then. Returns the note on skipped names that ends the final status text ("" when
+    // none).
+    QString collect(QStringList& lines, EventSlices& slices);
 
     Services& m_services;
     PlaylistManager& m_playlists;
     const FolderLister& m_lister;
+    bool m_running = false;
 };

@@ -10,25 +10,27 @@ QString FuncGetSongName(const QString& line, PathStyle style) {
     // The search for the last separator starts behind the first character, so a separator in
     // position 1 never counts and the position stays at the first character without a later one.
     const QChar sep = Paths::separator(style);
-    qsizetype p = 0; // zero-based index of the last separator found, 0 = "position 1"
-    for (qsizetype at = line.indexOf(sep, 1); at >= 0; at = line.indexOf(sep, at + 1))
-        p = at;
+    // Zero-based index of the last separator found, 0 = "position 1".
+    const qsizetype p = qMax<qsizetype>(line.lastIndexOf(sep), 0);
     if (!Paths::isRooted(line, style))
         return QStringLiteral("Fehler: Pfad enthält nicht :\\ oder \\\\! --> ") + line;
     if (line.size() < 10)
         return QStringLiteral("Fehler: Pfad zu kurz! --> ") + line;
-    const QString fileAndPriority = line.mid(p + 1);
-    if (fileAndPriority.size() < 6)
+    const qsizetype nameSize = line.size() - (p + 1) - 6; // without extension, ":" and digit
+    if (nameSize < 0)
         throw RuntimeError::invalidCall(); // cutting more than the name holds
-    return fileAndPriority.left(fileAndPriority.size() - 6);
+    return line.mid(p + 1, nameSize);
 }
 
 bool isErrorName(const QString& name) {
-    return name.left(7) == QLatin1String("Fehler:");
+    return name.startsWith(QLatin1String("Fehler:"));
 }
 
 QString listItemText(qsizetype index, const QString& name) {
-    return QString::number(index + 1) + QStringLiteral(". ") + name;
+    const QString number = QString::number(index + 1);
+    QString text;
+    text.reserve(number.size() + 2 + name.size());
+    return text.append(number).append(QLatin1String(". ")).append(name);
 }
 
 QChar priority(const QString& line) {

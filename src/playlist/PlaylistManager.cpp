@@ -124,16 +124,37 @@ void PlaylistManager::FuncDisplayPlaylist(bool clear, int n) {
         return;
     QStringList names;
     QStringList rows;
+    makeNames(source, names, rows);
+    if (n == 1)
+        PlaylistNames = names;
+    box.addItems(rows);
+}
+
+void PlaylistManager::makeNames(const QStringList& source, QStringList& names, QStringList& rows,
+                                const std::function<void()>& between) const {
     names.reserve(source.size());
     rows.reserve(source.size());
     for (qsizetype i = 0; i < source.size(); ++i) {
+        if (between && i % 1024 == 0)
+            between();
         const QString name = PlaylistLine::FuncGetSongName(source.at(i), m_services.pathStyle);
         names.append(name);
         rows.append(PlaylistLine::listItemText(i, name));
     }
+}
+
+void PlaylistManager::replacePlaylist(int n, QStringList lines, const std::function<void()>& between) {
+    if (lines.isEmpty())
+        lines.append(QString());
+    QStringList names;
+    QStringList rows;
+    if (!isEmptyPlaylist(lines))
+        makeNames(lines, names, rows, between);
+    list(n).clear();
+    paths(n) = std::move(lines);
     if (n == 1)
-        PlaylistNames = names;
-    box.addItems(rows);
+        PlaylistNames = names.isEmpty() ? QStringList{QString()} : std::move(names);
+    list(n).addItems(rows);
 }
 
 Dialogs::FileRequest PlaylistManager::fileRequest(const QString& title, const QString& filter,
@@ -171,9 +192,6 @@ void PlaylistManager::OpenPlaylist(int n) {
 
 QString PlaylistManager::FuncSavePlaylist(const QString& file, int n) {
     const QStringList& source = paths(n);
-    // The classic loop counter is a 16-bit integer: it overflows after index 32767.
-    if (source.size() > 32767)
-        throw RuntimeError::overflow();
     m_saveDeclined = !confirmOverwrite(file, n);
     if (m_saveDeclined)
         return QStringLiteral("Playliste ") + QString::number(n) + QStringLiteral(" nicht gespeichert - \"") +

@@ -8,6 +8,7 @@
 #include <QHash>
 #include <QObject>
 #include <QStringList>
+#include <functional>
 
 // The two playlists of the main window: their path arrays, the list rows they show, the file
 // captions and the open/save routines. An empty playlist is one element "" at index 0.
@@ -39,6 +40,11 @@ public:
     // Reads our own format and M3U/M3U8 (by name or "#EXTM3U" header).
     QString FuncReadPlaylistAndDisplay(const QString& file, bool clear, int n);
     void FuncDisplayPlaylist(bool clear, int n);
+    // Playlist n becomes `lines`, shown as FuncDisplayPlaylist(true, n) shows it. The names and rows
+    // are made first (calling `between` now and then, so that a long list lets the window paint);
+    // the playlist, its names and its rows then change in one step, so whatever runs meanwhile (the
+    // player's next song) sees the old list whole.
+    void replacePlaylist(int n, QStringList lines, const std::function<void()>& between);
     void OpenPlaylist(int n);
     // Writes M3U8 for a ".m3u8"/".m3u" name, else our own format in the encoding the file was read in
     // (UTF-8 for a file not read). Asks before replacing a file whose load failed or lost entries,
@@ -78,6 +84,9 @@ private:
         QHash<QString, QString> titles;
     };
 
+    // The display names and list rows of playlist lines; every invalid line is named by its error.
+    void makeNames(const QStringList& source, QStringList& names, QStringList& rows,
+                   const std::function<void()>& between = {}) const;
     Dialogs::FileRequest fileRequest(const QString& title, const QString& filter, int flags) const;
     QString readPlaylist(const QString& file, int n, LoadRecord& record);
     bool confirmOverwrite(const QString& file, int n);

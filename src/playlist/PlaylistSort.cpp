@@ -9,23 +9,25 @@ namespace {
 constexpr qsizetype kInsertionLimit = 13;
 } // namespace
 
-void QuickSort(QStringList& list) {
-    QuickSortRange(1, list.size() - 1, list);
+void QuickSort(QStringList& list, const std::function<void()>& between) {
+    QuickSortRange(1, list.size() - 1, list, between);
 }
 
-void QuickSortRange(qsizetype lo, qsizetype hi, QStringList& list) {
+void QuickSortRange(qsizetype lo, qsizetype hi, QStringList& list, const std::function<void()>& between) {
     while (lo < hi) {
         if (hi - lo < kInsertionLimit) {
             InsertSort(lo, hi, list);
             return;
         }
+        if (between)
+            between();
         const qsizetype p = QuickSortPartition(lo, hi, list);
         // Recursing into the smaller part and looping on the larger keeps the depth logarithmic.
         if (p - lo > hi - p) {
-            QuickSortRange(p + 1, hi, list);
+            QuickSortRange(p + 1, hi, list, between);
             hi = p - 1;
         } else {
-            QuickSortRange(lo, p - 1, list);
+            QuickSortRange(lo, p - 1, list, between);
             lo = p + 1;
         }
     }

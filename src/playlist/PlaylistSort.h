@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QStringList>
+#include <functional>
 
 // The playlist sort: a quicksort that hands ranges of up to 13 elements to an insertion sort and
 // recurses only into the smaller part. Comparisons are binary (UTF-16 code-unit order), so "Z"
@@ -8,9 +9,10 @@
 // its place at the top.
 namespace PlaylistSort {
 
-// Sorts elements 1 .. last of the list in place.
-void QuickSort(QStringList& list);
-void QuickSortRange(qsizetype lo, qsizetype hi, QStringList& list);
+// Sorts elements 1 .. last of the list in place. `between`, when given, is called before each
+// partition, so that sorting a long list can let the window paint (EventSlices).
+void QuickSort(QStringList& list, const std::function<void()>& between = {});
+void QuickSortRange(qsizetype lo, qsizetype hi, QStringList& list, const std::function<void()>& between = {});
 // Places the middle element of lo..hi at its final index and returns that index: everything left
 // of it is not greater, everything right of it is not smaller.
 qsizetype QuickSortPartition(qsizetype lo, qsizetype hi, QStringList& list);

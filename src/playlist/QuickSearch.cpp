@@ -75,7 +75,7 @@ void QuickSearch::PrcQuickSearch(const QString& text, const QString& mode, bool 
         return;
     }
     SelectSong(qint32(hit));
-    NextSearchStart = Checked::toInt16(hit + 1);
+    NextSearchStart = Checked::toInt32(hit + 1);
     if (mode == QLatin1String("album"))
         m_services.status.setText(QLatin1Char('"') + text + QStringLiteral("\" gefunden ---> ") +
                                   PlaylistLine::path(m_playlists.PlaylistPaths.at(hit)));

@@ -17,7 +17,7 @@ public:
 
     QString LastSearchText;
     QString LastSearchMode;
-    qint16 NextSearchStart = 0;
+    qint32 NextSearchStart = 0;
 
     // Marks the hit as the only selected entry of the main list. Defaults to marking the row of
     // playlist 1; the main window can point it at its own song selection.

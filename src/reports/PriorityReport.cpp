@@ -18,6 +18,10 @@ QString PriorityReport::questionText() const {
            QStringLiteral("Wollen Sie fortfahren?");
 }
 
+QString PriorityReport::progressText(qint32 done, qint32 last) {
+    return QString::number(done) + QLatin1Char('/') + QString::number(last);
+}
+
 void PriorityReport::Run(const QStringList& lines, const ProgressDisplay& showProgress, int& line) {
     line = 1;
     // Cancel is the default: Return alone must not overwrite an earlier report.
@@ -29,19 +33,22 @@ void PriorityReport::Run(const QStringList& lines, const ProgressDisplay& showPr
     line = 3;
     ReportFile report(m_path);
     line = 4;
-    // The counter is 16-bit: a longer list overflows before the first entry, a list of exactly
-    // 32768 entries when the counter steps past its last.
-    const qint16 last = Checked::toInt16(lines.size() - 1);
-    for (qint16 i = 0; i <= last; i = Checked::toInt16(qint64(i) + 1)) {
+    // The counter is as wide as a list's index (32 bits): any list that fits in memory is reported.
+    const qint32 last = Checked::toInt32(lines.size() - 1);
+    for (qint32 i = 0; i <= last; ++i) {
         const QString& entry = lines.at(i);
         if (entry.size() < 2)
             throw RuntimeError::invalidCall();
-        const QString song = entry.left(entry.size() - 2);
-        const QString priority = entry.right(1);
-        if (Checked::textToInt16(priority) < 4)
-            report.WriteLine(song + QStringLiteral(" - ") + priority);
+        const QChar priority = entry.back();
+        // A digit is read at once; anything else goes through the conversion and its error.
+        const bool digit = priority >= u'0' && priority <= u'9';
+        if ((digit ? priority.unicode() - u'0' : Checked::textToInt16(QString(priority))) < 4) {
+            QString text = entry.left(entry.size() - 2);
+            text.append(QLatin1String(" - ")).append(priority);
+            report.WriteLine(text);
+        }
         if (showProgress)
-            showProgress(QString::number(i) + QLatin1Char('/') + QString::number(last));
+            showProgress(i, last);
     }
     line = 5;
     report.Close();

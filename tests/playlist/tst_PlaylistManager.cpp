@@ -1,4 +1,3 @@
-#include "base/RuntimeError.h"
 #include "playlist/PlaylistManager.h"
 #include "support/FileBytes.h"
 #include "support/TestServices.h"
@@ -83,18 +82,6 @@ private slots:
         QCOMPARE(p.list(1).items(),
                  (QStringList{u"1. One"_s, u"2. Fehler: Pfad enthält nicht :\\ oder \\\\! --> bad"_s}));
         QCOMPARE(p.PlaylistNames.size(), 2);
-    }
-
-    void saveLimitIs32767Entries() {
-        TestServices t;
-        PlaylistManager p(t.services);
-        const QString file = m_dir.filePath(u"big.txt"_s);
-        p.PlaylistPaths = QStringList(32767, u"/m/a/One.mp3:5"_s);
-        p.FuncSavePlaylist(file, 1);
-        QCOMPARE(FileBytes::read(file).count("\r\n"), qsizetype(32767));
-        p.PlaylistPaths.append(u"/m/a/Two.mp3:5"_s);
-        QVERIFY_THROWS_EXCEPTION(RuntimeError, p.FuncSavePlaylist(file, 1));
-        QCOMPARE(FileBytes::read(file).count("\r\n"), qsizetype(32767)); // the old file is untouched
     }
 
     void openPlaylist() {
