@@ -69,7 +69,7 @@ private slots:
     void operations() {
         QFETCH(QString, operation);
         QFETCH(QString, outcome);
-        MainWindowRig r;
+        MainWindowRig r(Paths::nativeStyle());
         r.core.PriorityReportPath = r.dir.filePath("MP3Prio.txt");
         r.load(operation == "build" || operation == "busy" ? QStringList() : m_lines, m_music.root());
         PlaylistManager& lists = r.core.playlists();
@@ -95,7 +95,7 @@ private slots:
         } else if (operation == "play") {
             r.play(39999);
             got << QString::number(r.state().PlaylistPosition)
-                << r.player.playedFiles().join(u',').remove(m_music.root());
+                << QDir::fromNativeSeparators(r.player.playedFiles().join(u',').remove(m_music.root()));
             QCOMPARE(lists.list(1).selectedRows(), QList<int>{39999});
         } else if (operation == "report") {
             r.t.dialogs.answers = {Dialogs::Answer::Yes};
@@ -122,7 +122,7 @@ private slots:
             QCoreApplication::sendEvent(view->viewport(), &enter);
             QDropEvent dropped(QPointF(10, 0), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
             QCoreApplication::sendEvent(view->viewport(), &dropped);
-            got << lists.Playlist2Paths.join(u',').remove(m_music.root());
+            got << QDir::fromNativeSeparators(lists.Playlist2Paths.join(u',').remove(m_music.root()));
         } else if (operation == "busy") {
             QSignalSpy builds(&r.core.builder(), &PlaylistBuilder::finished);
             const QPointF centre = QPointF(r.ui().BCreateList->rect().center());

@@ -32,7 +32,7 @@ class tst_MainPlaylists : public QObject {
                            "Die Ärzte/cover.jpg", "Greatest Hits/Song.mp3"}};
 
     struct BuiltRig : MainWindowRig {
-        explicit BuiltRig(const QString& music) {
+        explicit BuiltRig(const QString& music) : MainWindowRig(Paths::nativeStyle()) {
             load({}, music);
             ui().BCreateList->click();
         }

@@ -85,8 +85,8 @@ private slots:
         const QList<int> pattern = vbrPattern(500);
         const QByteArray vbr = xingFrame(f, "Xing", 500, 0) + vbrFrames(f, pattern);
         for (int i = 0; i < 101; ++i) {
-            const QString path =
-                m_dir.filePath(QStringLiteral("Lied %1.mp3").arg(i, 3, 10, QLatin1Char('0')));
+            const QString path = QDir::toNativeSeparators(
+                m_dir.filePath(QStringLiteral("Lied %1.mp3").arg(i, 3, 10, QLatin1Char('0'))));
             QVERIFY(FileBytes::write(path, i == 1 ? vbr : cbr));
             m_songs << path + QStringLiteral(":%1").arg(i % 6);
         }
@@ -94,7 +94,7 @@ private slots:
 
     // A clicked song shows its histogram; Esc stops the bitrate report, and a click meanwhile waits.
     void clickedSongAndTheBitrateReport() {
-        MainWindowRig r;
+        MainWindowRig r(Paths::nativeStyle());
         load(r, m_songs);
         TavoMP3PlayerMain& w = r.w;
         auto click = [&w](int row) {
@@ -169,7 +169,7 @@ private slots:
     }
 
     void shortPlaylistShowsTheErrorMessage() {
-        MainWindowRig r;
+        MainWindowRig r(Paths::nativeStyle());
         load(r, m_songs.mid(0, 2));
         QTest::mouseClick(r.w.ui().BReportBitrate, Qt::LeftButton);
         QCOMPARE(r.t.dialogs.messageTexts(),

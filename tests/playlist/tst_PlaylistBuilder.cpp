@@ -34,8 +34,7 @@ struct Build {
 
     explicit Build(const QString& root, const FolderLister* tree = nullptr)
         : builder(t.services, playlists, tree ? *tree : disk) {
-        if (tree)
-            t.services.pathStyle = tree->style();
+        t.services.pathStyle = tree ? tree->style() : Paths::nativeStyle();
         builder.MusicDirectories = list(root);
         QObject::connect(&t.status, &StatusLine::textChanged, [this](const QString& s) { statusTexts << s; });
     }
@@ -128,6 +127,7 @@ private slots:
             << u"12,38s  -  Einträge: 6"_s;
         QTest::newRow("empty folders only")
             << u"a/|b/c/"_s << QString() << QString() << u"12,38s  -  Einträge: 0"_s;
+#ifndef Q_OS_WIN // symbolic links and names in other encodings are the POSIX file system's
         QTest::newRow("link back up the tree beside a cover")
             << u"01.mp3|Album/02.mp3|Album/cover.jpg|Album/Alle -> ."_s << QString()
             << u"01.mp3|Album/02.mp3"_s << u"12,38s  -  Einträge: 2"_s;
@@ -138,6 +138,7 @@ private slots:
             << u"Die Ärzte/Schrei nach Liebe.mp3|latin1:Motörhead.mp3|latin1:Björk/Jóga.mp3"_s << QString()
             << u"Die Ärzte/Schrei nach Liebe.mp3"_s
             << u"12,38s  -  Einträge: 1  -  Übersprungen (Name nicht UTF-8): 2, z. B. <root>/Bj\uFFFDrk"_s;
+#endif
         const QString missing =
             u"Fehler - Verzeichnis nicht vorhanden: <root>/fehlt|12,38s  -  Einträge: 2"_s;
         QTest::newRow("second folder missing")
@@ -160,12 +161,13 @@ private slots:
         QFETCH(QString, playlist);
         QFETCH(QString, status);
         TempMusicTree music(list(tree));
-        Build b(roots.isEmpty() ? music.root() : roots.replace(u"<root>"_s, music.root()));
+        Build b(roots.isEmpty() ? music.root()
+                                : QDir::toNativeSeparators(roots.replace(u"<root>"_s, music.root())));
         QSignalSpy resets(&b.playlists, &PlaylistManager::historyResetRequested);
         b.playlists.PlaylistPaths = QStringList{u"/old/entry.mp3:3"_s};
         b.t.clock.stepPerReading = 12.375;
         b.builder.BCreateList();
-        const QStringList texts = list(status.replace(u"<root>"_s, music.root()));
+        const QStringList texts = list(QDir::toNativeSeparators(status.replace(u"<root>"_s, music.root())));
         QCOMPARE(b.statusTexts, texts);
         QVERIFY(b.playlists.PlaylistChanged);
         QCOMPARE(resets.count(), 2);
@@ -176,7 +178,7 @@ private slots:
         QCOMPARE(b.playlists.list(1).count(), int(expected.size()));
         if (!expected.isEmpty())
             QCOMPARE(b.playlists.list(1).itemText(0), u"1. "_s + b.playlists.PlaylistNames.first());
-        Build trailing(music.root() + u'/');
+        Build trailing(music.root() + QDir::separator());
         trailing.builder.BCreateList();
         QCOMPARE(trailing.playlists.PlaylistPaths, roots.isEmpty() ? b.playlists.PlaylistPaths : expected);
     }
@@ -305,13 +307,17 @@ private slots:
         QTest::addColumn<QString>("added");
         QTest::addColumn<QString>("result");
         QTest::addColumn<QString>("status"); // "<root>" stands for the tree's folder
+#ifdef Q_OS_WIN
+        const QString skipped, skippedText;
+#else
+        const QString skipped = u"|latin1:Über.mp3"_s;
+        const QString skippedText = u"  -  Übersprungen (Name nicht UTF-8): 1, z. B. <root>/\uFFFDber.mp3"_s;
+#endif
         QTest::newRow("files gone and new")
             << u"A/eins.mp3|A/zwei.mp3|B/drei.mp3|B/vier.mp3"_s << u"A/zwei.mp3:2|B/vier.mp3:0|B/drei.mp3:1"_s
-            << u"B/drei.mp3"_s << u"B/neu.mp3|C/auch neu.mp3|latin1:Über.mp3"_s
+            << u"B/drei.mp3"_s << u"B/neu.mp3|C/auch neu.mp3"_s + skipped
             << u"A/eins.mp3:5|A/zwei.mp3:2|B/neu.mp3:5|B/vier.mp3:0|C/auch neu.mp3:5"_s
-            << u"0,75s   Schleifen: 7   Liste neu: 4  Liste vorher: 3  -  Übersprungen (Name nicht UTF-8): "
-               u"1, z. B. "
-               u"<root>/\uFFFDber.mp3"_s;
+            << u"0,75s   Schleifen: 7   Liste neu: 4  Liste vorher: 3"_s + skippedText;
         // Element 0 is left out of the merge: a one-entry list loses its priority.
         QTest::newRow("one entry") << u"a.mp3"_s << u"a.mp3:2"_s << QString() << QString() << u"a.mp3:5"_s
                                    << u"0,75s   Schleifen: 0   Liste neu: 0  Liste vorher: 0"_s;
@@ -345,7 +351,7 @@ private slots:
         QCOMPARE(u.playlists.PlaylistNames.size(), expected.size());
         QVERIFY(u.playlists.PlaylistChanged);
         QCOMPARE(resets.count(), 2);
-        QCOMPARE(u.t.status.text(), status.replace(u"<root>"_s, music.root()));
+        QCOMPARE(u.t.status.text(), QDir::toNativeSeparators(status.replace(u"<root>"_s, music.root())));
     }
 
     // A list with priorities 1, 2, 3, 4, 0 is built and saved and the program closed; songs are moved

@@ -19,13 +19,19 @@
 #include <QTest>
 
 // The program core and its main window on the test doubles and the in-memory player, not yet loaded.
+// Made-up paths ("/m/Song00.mp3") read the same everywhere in Posix style; a rig over real files takes
+// the platform's own style.
 struct MainWindowRig {
+    explicit MainWindowRig(PathStyle style = PathStyle::Posix) : pathStyle(style) {}
+
+    PathStyle pathStyle;
     QTemporaryDir dir;
     TestServices t;
     FakePlayer player{t.status};
     Services services = [this] {
         Services s = t.services;
         s.player = &player;
+        s.pathStyle = pathStyle;
         return s;
     }();
     ProgramCore core{services};

@@ -8,7 +8,8 @@
 #include <fstream>
 
 // A music folder tree on disk: empty files are all the folder walk needs. Entries are relative
-// paths with "/"; an entry ending in "/" is an empty folder, "link -> target" a symbolic link to a
+// paths with "/"; root(), path() and line() give the platform's own separators, as the folder dialog
+// hands them to the program; an entry ending in "/" is an empty folder, "link -> target" a symbolic link to a
 // path of the tree ("." for the tree itself), and "latin1:path" a file whose path is stored in
 // Latin-1 bytes, as old collections keep their names.
 class TempMusicTree {
@@ -17,8 +18,8 @@ public:
 
     explicit TempMusicTree(const QStringList& entries = {}) { add(entries); }
 
-    QString root() const { return dir.path(); }
-    QString path(const QString& relative) const { return dir.filePath(relative); }
+    QString root() const { return QDir::toNativeSeparators(dir.path()); }
+    QString path(const QString& relative) const { return QDir::toNativeSeparators(dir.filePath(relative)); }
 
     void add(const QStringList& entries) {
         for (const QString& e : entries) {

@@ -43,12 +43,13 @@ private slots:
     void menuEntryShowsTheSongsTag() {
         QFETCH(QByteArray, bytes);
         QFETCH(QString, shown);
-        const QString other = m_dir.filePath("Andere.mp3");
-        const QString song = m_dir.filePath(QString(QTest::currentDataTag()) + ".mp3");
+        const QString other = QDir::toNativeSeparators(m_dir.filePath("Andere.mp3"));
+        const QString song =
+            QDir::toNativeSeparators(m_dir.filePath(QString(QTest::currentDataTag()) + ".mp3"));
         QVERIFY(W::write(other, W::audio()));
         if (bytes != "-")
             QVERIFY(W::write(song, bytes));
-        MainWindowRig r;
+        MainWindowRig r(Paths::nativeStyle());
         r.load(bytes.isEmpty() ? QStringList() : QStringList{other + ":5", song + ":3"}, m_dir.path());
         QCOMPARE(r.core.playlists().list(1).count(), bytes.isEmpty() ? 0 : 2);
         if (!bytes.isEmpty())

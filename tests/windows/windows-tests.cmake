@@ -6,6 +6,8 @@ add_executable(FakeWinamp WIN32 ${CMAKE_CURRENT_LIST_DIR}/FakeWinamp.cpp)
 target_link_options(FakeWinamp PRIVATE -municode -static)
 add_dependencies(windows_tst_WinampLink FakeWinamp)
 add_dependencies(windows_tst_WinampPlayback FakeWinamp)
+# The program finds the player by its window class: two tests with a stand-in each would find each other's.
+set_tests_properties(windows/tst_WinampLink windows/tst_WinampPlayback PROPERTIES RESOURCE_LOCK FakeWinamp)
 
 # The file-name hand-over is checked with a multi-byte code page: Wine takes Japanese settings (code page
 # 932) from a Linux locale, made here without touching the system's locales. Without the locale data the
