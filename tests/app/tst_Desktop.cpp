@@ -61,6 +61,7 @@ private slots:
         MainWindowRig r;
         r.binding<TrayBinding>().tray().trayAvailable = [tray] { return tray; };
         r.w.load();
+        QCOMPARE(r.binding<TrayBinding>().tray().icon()->toolTip(), TrayModule::idleTip());
         r.w.showMinimized();
         QTest::qWait(20);
         QTRY_COMPARE(r.w.isVisible(), !tray); // minimized means: only the tray icon is left

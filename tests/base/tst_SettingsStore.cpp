@@ -27,8 +27,11 @@ private slots:
         QTest::newRow("umlauts and quotes")
             << u"Settings"_s << u"PlaylistFile"_s << u"/home/jü/\"Liste\"; x=1.txt"_s;
         QTest::newRow("empty") << u"Settings"_s << u"BGImagePath"_s << u""_s;
-        QTest::newRow("typed-value marker, controls, emoji")
-            << u"Preset12"_s << u"PresetName"_s << u"@Variant(\t\x01 1)\u00e9\U0001F3B5"_s;
+        // A hex digit right behind an escaped control character is escaped too.
+        QTest::newRow("typed-value marker, controls, emoji") << u"Preset12"_s << u"PresetName"_s
+                                                             << u"@Variant(\t\x01"
+                                                                u"1\x02"
+                                                                u"b)\u00e9\U0001F3B5"_s;
     }
     void roundTrip() {
         QFETCH(QString, section);
