@@ -120,6 +120,8 @@ private slots:
     void volumeShuffleAndMetadata() {
         Rig r;
         r.mpris.setVolume(0.5);
+        QCoreApplication::processEvents();
+        QCOMPARE(r.announced.first().keys(), QStringList{"Volume"}); // only what changed since the start
         r.mpris.setShuffle(true);
         QCoreApplication::processEvents();
         QCOMPARE(r.playback.volume(), quint8(128));
