@@ -138,6 +138,14 @@ private slots:
         QCOMPARE(m.value("xesam:title").toString(), "Drei");
         QCOMPARE(m.value("xesam:url").toString(), QUrl::fromLocalFile(r.dir.filePath("Drei.mp3")).toString());
         QCOMPARE(m.value("mpris:length").toLongLong(), 2011429); // 77 frames of 1152 samples at 44.1 kHz
+        // A file without MPEG frames: the length is the player's.
+        QFile noFrames(r.dir.filePath("Vier.mp3"));
+        QVERIFY(noFrames.open(QIODevice::WriteOnly) && noFrames.write("kein MPEG") == 9);
+        noFrames.close();
+        r.playlists.paths(1) << noFrames.fileName() + ":5";
+        r.playback.selection().PlaySong(3, 1);
+        QTRY_COMPARE(r.announced.last().value("Metadata").toMap().value("mpris:length").toLongLong(),
+                     qlonglong(r.player.defaultLengthSeconds) * 1000000);
         r.player.close();
         r.playback.monitor().tmrTime.start(5); // the next tick announces it
         QTRY_COMPARE(r.announced.last()
