@@ -49,11 +49,12 @@ struct Build {
     }
 };
 
-// A song with its own audio (seed), behind an ID3v2 tag, large enough to be read in blocks. Variant
-// 'x': another song of the same length; 't': the same audio with its tags edited (a larger ID3v2
-// tag, an ID3v1 tag behind).
+// A song with its own audio (seed), behind an ID3v2 tag, large enough to be read in blocks, or with
+// 's' short enough to be read at once. Variant 'x': another song of the same length; 't': the same
+// audio with its tags edited (a larger ID3v2 tag, an ID3v1 tag behind).
 bool writeSong(const QString& path, const QString& spec) {
-    QByteArray audio = Mp3Synth::cbrFrames(Mp3Synth::Frame{}, 700 + spec.at(0).digitValue());
+    const int frames = (spec.contains(u's') ? 100 : 700) + spec.at(0).digitValue();
+    QByteArray audio = Mp3Synth::cbrFrames(Mp3Synth::Frame{}, frames);
     if (spec.endsWith(u'x'))
         audio[200] = '\x55';
     const bool tagged = spec.endsWith(u't');
@@ -373,7 +374,7 @@ private slots:
             << u"B/vier.mp3 + D/4.mp3|-B/vier.mp3"_s << QString()
             << u"A/eins.mp3:1|A/zwei.mp3:2|B/drei.mp3:3|C/fuenf.mp3:0|D/4.mp3:4"_s << 1;
         QTest::newRow("tags edited after the move")
-            << u"C/fuenf.mp3 > D/fuenf.mp3|D/fuenf.mp3=5t"_s << QString()
+            << u"C/fuenf.mp3 > D/fuenf.mp3|D/fuenf.mp3=5st"_s << QString()
             << u"A/eins.mp3:1|A/zwei.mp3:2|B/drei.mp3:3|B/vier.mp3:4|D/fuenf.mp3:0"_s << 1;
         QTest::newRow("two copies of one song")
             << u"A/zwei.mp3 + D/zwei.mp3|A/zwei.mp3 > E/zwei.mp3"_s << QString()
@@ -395,7 +396,7 @@ private slots:
         QFETCH(QString, result);
         QFETCH(int, moved);
         TempMusicTree music;
-        const QString songs = u"A/eins.mp3=1|A/zwei.mp3=2|B/drei.mp3=3|B/vier.mp3=4|C/fuenf.mp3=5"_s;
+        const QString songs = u"A/eins.mp3=1|A/zwei.mp3=2|B/drei.mp3=3|B/vier.mp3=4|C/fuenf.mp3=5s"_s;
         for (const QString& song : list(songs))
             QVERIFY(writeSong(music.path(song.section(u'=', 0, 0)), song.section(u'=', 1)));
         const QString cacheFile = music.path(u".cache/SongIdentities.txt"_s);
