@@ -40,6 +40,8 @@ private slots:
         QTest::newRow("crlf") << QByteArray("/m/a/One.mp3:5\r\n/m/b/Two.mp3:3\r\n") << 2 << loaded.arg(2);
         QTest::newRow("last line unterminated")
             << QByteArray("/m/a/One.mp3:5\r\n/m/b/Two.mp3:3") << 2 << loaded.arg(2);
+        QTest::newRow("last line ends in CR alone")
+            << QByteArray("/m/a/One.mp3:5\r\n/m/b/Two.mp3:3\r") << 2 << loaded.arg(2);
         QTest::newRow("empty file") << QByteArray() << 0 << loaded.arg(0);
         QTest::newRow("saved empty playlist")
             << QByteArray("\r\n") << 0 << failed + u"Leerer String! in Zeile 0"_s;
