@@ -60,6 +60,10 @@ private slots:
         QTest::newRow("truncated last frame") << cbr1000 + cbr.bytes().left(300) << plain;
         QTest::newRow("broken bytes inside the stream")
             << cbrFrames(cbr, 500) + junk(777, 5) + cbrFrames(cbr, 500) << plain;
+        QByteArray badRate = cbr.bytes(); // bit rate index 15, which no stream may use
+        badRate[2] = char((uchar(badRate[2]) & 0x0F) | 0xF0);
+        QTest::newRow("a frame of a forbidden bit rate inside the stream")
+            << cbrFrames(cbr, 500) + badRate + cbrFrames(cbr, 500) << plain;
         QTest::newRow("CBR with Info frame")
             << xingFrame(cbr, "Info", 1000, quint32(cbr1000.size())) + cbr1000
             << plain + ", Info 1000/417959";
