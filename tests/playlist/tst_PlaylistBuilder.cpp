@@ -52,12 +52,12 @@ struct Build {
 // A song with its own audio (seed), behind an ID3v2 tag, large enough to be read in blocks, or with
 // 's' short enough to be read at once. Variant 'x': another song of the same length; 't': the same
 // audio with its tags edited (a larger ID3v2 tag, an ID3v1 tag behind).
-bool writeSong(const QString& path, const QString& spec) {
-    const int frames = (spec.contains(u's') ? 100 : 700) + spec.at(0).digitValue();
+bool writeSong(const QString& path, const QString& recipe) {
+    const int frames = (recipe.contains(u's') ? 100 : 700) + recipe.at(0).digitValue();
     QByteArray audio = Mp3Synth::cbrFrames(Mp3Synth::Frame{}, frames);
-    if (spec.endsWith(u'x'))
+    if (recipe.endsWith(u'x'))
         audio[200] = '\x55';
-    const bool tagged = spec.endsWith(u't');
+    const bool tagged = recipe.endsWith(u't');
     QDir().mkpath(QFileInfo(path).path());
     return FileBytes::write(path, Mp3Synth::id3v2(tagged ? 500 : 40) + audio +
                                       (tagged ? Mp3Synth::id3v1() : QByteArray()));
