@@ -1,9 +1,7 @@
 // Table rows read better as plain literals; the product code keeps the strict conversions.
 #undef QT_NO_CAST_FROM_ASCII
 
-#include "program/ProgramCore.h"
-#include "support/FakePlayer.h"
-#include "support/TestServices.h"
+#include "support/CoreRig.h"
 
 #include <QFileInfo>
 #include <QtTest>
@@ -15,15 +13,7 @@ using namespace Qt::StringLiterals;
 class tst_SongQueue : public QObject {
     Q_OBJECT
 
-    struct Rig {
-        TestServices t;
-        FakePlayer player{t.status};
-        Services services = [this] {
-            Services s = t.services;
-            s.player = &player;
-            return s;
-        }();
-        ProgramCore core{services};
+    struct Rig : CoreRig {
         PlaybackController& playback = core.playback();
         PlaylistManager& playlists = core.playlists();
         int changes = 0;

@@ -7,9 +7,7 @@
 #include "app/TrayBinding.h"
 #include "app/TrayModule.h"
 #include "playlist/PlaylistFile.h"
-#include "program/ProgramCore.h"
-#include "support/FakePlayer.h"
-#include "support/TestServices.h"
+#include "support/CoreRig.h"
 #include "ui/SkinControl.h"
 
 #include <QAction>
@@ -19,22 +17,10 @@
 #include <QTest>
 
 // The program core and its main window on the test doubles and the in-memory player, not yet loaded.
-// Made-up paths ("/m/Song00.mp3") read the same everywhere in Posix style; a rig over real files takes
-// the platform's own style.
-struct MainWindowRig {
-    explicit MainWindowRig(PathStyle style = PathStyle::Posix) : pathStyle(style) {}
+struct MainWindowRig : CoreRig {
+    using CoreRig::CoreRig;
 
-    PathStyle pathStyle;
     QTemporaryDir dir;
-    TestServices t;
-    FakePlayer player{t.status};
-    Services services = [this] {
-        Services s = t.services;
-        s.player = &player;
-        s.pathStyle = pathStyle;
-        return s;
-    }();
-    ProgramCore core{services};
     TavoMP3PlayerMain w{core};
 
     MainWindowUi& ui() { return w.ui(); }
